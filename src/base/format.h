@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// The few number formats that the program shows, each by what it is for. Numbers never depend on the locale.
+namespace tonquay::base {
+
+/// At least two digits: 7 is "07", 12 is "12", 100 is "100".
+std::wstring twoDigits(std::int64_t number);
+
+/// The last two digits only: 7 is "07", 100 is "00".
+std::wstring lastTwoDigits(std::int64_t number);
+
+/// One decimal, and no digit before the point when there is none: 101.9 is "101.9", 0.5 is ".5", 0 is ".0".
+/// `tenths` is the value times ten, rounded.
+std::wstring oneDecimal(std::int64_t tenths);
+
+/// Groups of three with commas, and no digit at all for 0: 1411200 is "1,411,200", 0 is "".
+std::wstring grouped(std::int64_t number);
+
+/// A play time in two-digit fields: "03:25" under an hour, else "01:03:25"; of the hours only the last two digits
+/// show.
+std::wstring hoursMinutesSeconds(std::int32_t seconds);
+
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <chrono>
+
+namespace tonquay::platform {
+
+class Clock {
+public:
+    using Monotonic = std::chrono::steady_clock::time_point;
+    using Wall = std::chrono::system_clock::time_point;
+
+    virtual ~Clock() = default;
+
+    /// Never goes back; for spans of time.
+    virtual Monotonic now() const = 0;
+
+    /// The calendar time; for the ages of files.
+    virtual Wall wallTime() const = 0;
+
+    /// Blocks this thread for that long without passing through the event loop: no handler runs meanwhile.
+    virtual void delay(std::chrono::milliseconds time) = 0;
+};
+
+}

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "base/result.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tonquay::platform {
+
+/// A file open for writing at chosen places. Writes may be gathered; a write that then fails is reported by the next
+/// call. Destroying it closes it, without a word about what could not be written any more.
+class BinaryFile {
+public:
+    virtual ~BinaryFile() = default;
+
+    /// Writes all of `bytes` at the present place and moves on behind them. Nothing is cut off behind the new end.
+    [[nodiscard]] virtual base::Status write(std::span<const std::byte> bytes) = 0;
+
+    /// Moves to `offset` bytes from the start, 0-based. Everything written before is on its way to the file when it
+    /// returns; a gathered write that failed is reported here.
+    [[nodiscard]] virtual base::Status seek(std::int64_t offset) = 0;
+
+    /// Writes what is gathered and closes. No call but the destructor may follow.
+    [[nodiscard]] virtual base::Status close() = 0;
+};
+
+/// Files and folders, named the way this program names them: drive letters and backslashes, joined by text.
+///
+/// `C:` is the host's root, and the program's own folder is `C:\CDTONQUAY` wherever it lies. `D:` and on are the
+/// optical drives; on a drive with an audio disc in it the names `track01.cda` and so on can be seen, with nothing to
+/// read behind them. Names match without regard to case, an exact match first, then the first in byte order; a new
+/// file keeps the case it was given. Relative names start at the current folder of the current drive. A path may also
+/// use forward slashes.
+class FileSystem {
+public:
+    virtual ~FileSystem() = default;
+
+    /// The whole of a file. Fails when there is none, it cannot be read or it is larger than `limit` bytes.
+    virtual base::Result<std::string> readAll(std::wstring_view path, std::size_t limit = 16u << 20) = 0;
+
+    /// Replaces a file or makes it, in one step: whoever looks sees the old contents or the new, never a part. A
+    /// failure leaves the old file.
+    virtual base::Status writeWhole(std::wstring_view path, std::string_view bytes) = 0;
+
+    /// Opens a file for writing, at its start. A missing file is made; an existing one keeps its bytes until they are
+    /// written over. Fails while a living child process was started with this file as its output.
+    virtual base::Result<std::unique_ptr<BinaryFile>> openBinary(std::wstring_view path) = 0;
+
+    /// True when a look-up of the name finds a file (not a folder).
+    virtual bool fileExists(std::wstring_view path) = 0;
+    virtual bool folderExists(std::wstring_view path) = 0;
+
+    /// Bytes; 0 for a missing file.
+    virtual std::int64_t length(std::wstring_view path) = 0;
+
+    /// Makes a read-only file writable for the write or delete that follows. Looking at a file never changes it.
+    virtual base::Status clearAttributes(std::wstring_view path) = 0;
+
+    /// Deletes a file. Fails when there is none, and for a file that a living child process was started with and has
+    /// not opened yet.
+    virtual base::Status remove(std::wstring_view path) = 0;
+
+    /// Across file systems too; an existing target is replaced.
+    virtual base::Status rename(std::wstring_view from, std::wstring_view to) = 0;
+    virtual base::Status copy(std::wstring_view from, std::wstring_view to) = 0;
+
+    /// Makes one folder; its parent must exist.
+    virtual base::Status createFolder(std::wstring_view path) = 0;
+
+    /// Names of the files (not folders) in `folder` that match `pattern` (* and ?, case-blind), sorted by name.
+    virtual base::Result<std::vector<std::wstring>> list(std::wstring_view folder, std::wstring_view pattern) = 0;
+
+    /// Makes the drive of the path's first letter current; its current folder is whatever it was.
+    virtual base::Status changeDrive(std::wstring_view path) = 0;
+
+    /// Makes `path` the current folder of its drive, which need not be the current drive.
+    virtual base::Status changeFolder(std::wstring_view path) = 0;
+
+    /// Full path of the current folder of the current drive, without a trailing backslash but for a root.
+    virtual std::wstring currentFolder() = 0;
+
+    /// The same place in the form that people on this system write ("/home/ann/Music"), and back.
+    virtual std::string hostPath(std::wstring_view path) = 0;
+    virtual std::wstring programPath(std::string_view hostPath) = 0;
+};
+
+}
