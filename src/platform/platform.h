@@ -1,0 +1,30 @@
+#pragma once
+
+namespace tonquay::platform {
+
+class AcdControl;
+class AudioEngine;
+class Clock;
+class Diagnostics;
+class Dialogs;
+class EventLoop;
+class FileSystem;
+class Processes;
+class SettingsStore;
+class SystemInfo;
+
+/// Everything that the program asks of the world, handed to it in one piece. All of it outlives the program.
+struct Platform {
+    FileSystem& files;
+    Processes& processes;
+    EventLoop& loop;
+    Clock& clock;
+    Dialogs& dialogs;
+    AudioEngine& engine;
+    AcdControl& acd;
+    SettingsStore& settings;
+    SystemInfo& system;
+    Diagnostics& log;
+};
+
+}
