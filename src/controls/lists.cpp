@@ -1,0 +1,95 @@
+#include "controls/lists.h"
+
+#include <algorithm>
+
+namespace tonquay::controls {
+
+Row ChoiceList::row(std::int32_t index) const
+{
+    if (index < 0 || index >= rowCount())
+        return {};
+    return rows_[static_cast<std::size_t>(index)];
+}
+
+void ChoiceList::add(std::wstring text, std::int32_t itemData)
+{
+    rows_.push_back({std::move(text), itemData});
+    followers_.tell();
+}
+
+void ChoiceList::clear()
+{
+    rows_.clear();
+    index_ = -1;
+    followers_.tell();
+}
+
+void ChoiceList::setIndex(std::int32_t index)
+{
+    if (index < -1 || index >= rowCount())
+        return;
+    index_ = index;
+    followers_.tell();
+    click();
+}
+
+std::wstring MultiSelectList::row(std::int32_t index) const
+{
+    return has(index) ? rows_[static_cast<std::size_t>(index)].text : std::wstring();
+}
+
+void MultiSelectList::add(std::wstring text)
+{
+    rows_.push_back({std::move(text)});
+    followers_.tell();
+}
+
+void MultiSelectList::clear()
+{
+    rows_.clear();
+    cursor_ = -1;
+    topRow_ = 0;
+    followers_.tell();
+}
+
+bool MultiSelectList::isSelected(std::int32_t index) const
+{
+    return has(index) && rows_[static_cast<std::size_t>(index)].selected;
+}
+
+void MultiSelectList::select(std::int32_t index, bool selected)
+{
+    if (!has(index))
+        return;
+    rows_[static_cast<std::size_t>(index)].selected = selected;
+    cursor_ = index;
+    followers_.tell();
+}
+
+std::int32_t MultiSelectList::selectedCount() const
+{
+    return static_cast<std::int32_t>(std::ranges::count(rows_, true, &Entry::selected));
+}
+
+void MultiSelectList::deselectAll()
+{
+    for (Entry& entry : rows_)
+        entry.selected = false;
+    followers_.tell();
+}
+
+void MultiSelectList::setCursor(std::int32_t index)
+{
+    if (index != -1 && !has(index))
+        return;
+    cursor_ = index;
+    followers_.tell();
+}
+
+void MultiSelectList::scrollTo(std::int32_t index)
+{
+    topRow_ = has(index) ? index : 0;
+    followers_.tell();
+}
+
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "controls/property.h"
+
+#include <string>
+
+namespace tonquay::controls {
+
+/// A line of text for editing. Code that sets it fires nothing.
+struct TextBox {
+    Property<std::wstring> text;
+    Property<bool> enabled{true};
+};
+
+}

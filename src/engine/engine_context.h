@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/audio_engine.h"
+#include "platform/diagnostics.h"
+#include "platform/dialogs.h"
+#include "platform/event_loop.h"
+#include "platform/file_system.h"
+#include "state/app_state.h"
+#include "state/cdrip1_controls.h"
+#include "state/ripdeck_controls.h"
+
+namespace tonquay::engine {
+
+/// What the parts of the engine form share: its controls, the main window that it writes its displays to, the stream
+/// of the process, and the world behind it.
+struct EngineContext {
+    state::AppState& state;
+    state::Cdrip1Controls& form;
+    state::RipdeckControls& ripdeck;
+    platform::AudioEngine& engine;
+    platform::EventLoop& loop;
+    platform::Dialogs& dialogs;
+    platform::FileSystem& files;
+    platform::Diagnostics& log;
+
+    std::uint32_t engineDrive = 0;      ///< the engine's number of the drive in use
+    std::int32_t lastDriveIndex = -1;   ///< highest drive number found
+    bool extracting = false;            ///< the stream is being read into a file and is nobody else's
+
+    platform::AudioEngine::Handle stream() const { return state.engine.audioStream; }
+};
+
+/// A play time as the engine form shows it; the seconds are whole.
+std::wstring Seconds2HMS(std::int32_t seconds);
+
+/// `path` with a backslash at its end.
+std::wstring RPP(std::wstring_view path);
+
+}

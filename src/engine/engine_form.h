@@ -1,0 +1,50 @@
+#pragma once
+
+#include "engine/drive_info.h"
+#include "engine/engine_context.h"
+#include "engine/playback.h"
+#include "engine/position_timer.h"
+#include "platform/platform.h"
+#include "state/forms.h"
+
+#include <vector>
+#include <cstdint>
+#include <string>
+
+namespace tonquay::engine {
+
+/// The form cdrip1: the host of the audio engine. It lists the drives, plays, follows the position and extracts.
+/// It lives off the screen; the main window works it through its controls and the calls here.
+class EngineForm {
+public:
+    EngineForm(state::AppState& state, state::Forms& forms, platform::Platform& platform);
+    EngineForm(const EngineForm&) = delete;
+    EngineForm& operator=(const EngineForm&) = delete;
+
+    Playback& playback() { return playback_; }
+    bool isExtracting() const { return context_.extracting; }
+
+    /// Both return when the track is done.
+    void ExtractAudioTrackToWav(std::int32_t track);
+    void ExtractAudioTrackToWMA(std::int32_t track, std::int32_t bitrate);
+
+private:
+    void load();
+    void close();
+    void listDrives();
+    /// No rate is offered until WMA files can be made.
+    void LoadWMAEncoderRates() {}
+    void hideSliderToolTips();
+    void SetTrackListTabs() { context_.form.trackListTabsSet = true; }
+    void wireButtons();
+    void extractChosen();
+    void toggleDriveInfo();
+
+    EngineContext context_;
+    Playback playback_;
+    DriveInfo driveInfo_;
+    PositionTimer positionTimer_;
+    std::vector<std::wstring> wmaTagKeys_;
+};
+
+}

@@ -1,0 +1,125 @@
+#include "engine/extraction_to_wav.h"
+
+#include "base/text.h"
+#include "engine/wav_header.h"
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace tonquay::engine {
+
+using platform::AudioEngine;
+
+namespace {
+
+constexpr std::size_t blockBytes = 20000;
+
+std::uint32_t sizeField(std::int64_t bytes)
+{
+    return static_cast<std::uint32_t>(bytes);
+}
+
+WaveFormat streamFormat(EngineContext& c)
+{
+    AudioEngine::ChannelInfo info;
+    c.engine.BASS_ChannelGetInfo(c.stream(), info);
+    float frequency = 0;
+    c.engine.BASS_ChannelGetAttribute(c.stream(), AudioEngine::BASS_ATTRIB_FREQ, frequency);
+    WaveFormat format;
+    format.channels = static_cast<std::uint16_t>(std::min<std::uint32_t>(info.chans, 2));
+    format.samplesPerSecond = static_cast<std::uint32_t>(frequency);
+    format.bitsPerSample = (info.flags & AudioEngine::BASS_SAMPLE_8BITS) != 0 ? 8 : 16;
+    return format;
+}
+
+base::Status writeHeader(platform::BinaryFile& file, const WaveFormat& format)
+{
+    const WaveHeader header = waveHeader(format);
+    if (auto written = file.write(header.riff); !written)
+        return written;
+    if (auto written = file.write(header.format); !written)
+        return written;
+    return file.write(header.data);
+}
+
+/// Copies the stream into the file to its end. `bytesWritten` follows the stream's position.
+base::Status copyStream(EngineContext& c, platform::BinaryFile& file, std::int64_t& bytesWritten)
+{
+    std::vector<std::byte> extractBuffer(blockBytes);
+    while (c.engine.BASS_ChannelIsActive(c.stream()) != AudioEngine::stopped) {
+        const std::int32_t n = c.engine.BASS_ChannelGetData(c.stream(), extractBuffer);
+        if (n <= 0)
+            return base::Failure{base::Failure::Kind::unreadable, base::utf8(c.state.run.ripTargetPath),
+                                 "the disc gave no more data"};
+        const auto block = std::span(extractBuffer).first(static_cast<std::size_t>(n));
+        if (auto written = file.write(block); !written)
+            return written;
+        bytesWritten = c.engine.BASS_ChannelGetPosition(c.stream(), 0);
+        c.loop.pass();
+    }
+    return {};
+}
+
+base::Status patchSizes(platform::BinaryFile& file, std::int64_t bytesWritten)
+{
+    // The first seek also brings out a gathered write that failed, before any size vouches for it.
+    if (auto moved = file.seek(riffSizeOffset); !moved)
+        return moved;
+    if (auto written = file.write(littleEndian(sizeField(bytesWritten + waveHeaderBytes - 8))); !written)
+        return written;
+    if (auto moved = file.seek(dataSizeOffset); !moved)
+        return moved;
+    return file.write(littleEndian(sizeField(bytesWritten)));
+}
+
+base::Status writeTrack(EngineContext& c)
+{
+    auto opened = c.files.openBinary(c.state.run.ripTargetPath);
+    if (!opened)
+        return opened.failure();
+    const std::unique_ptr<platform::BinaryFile> file = std::move(*opened);
+    if (auto written = writeHeader(*file, streamFormat(c)); !written)
+        return written;
+    std::int64_t bytesWritten = 0;
+    if (auto copied = copyStream(c, *file, bytesWritten); !copied)
+        return copied;
+    c.engine.BASS_ChannelStop(c.stream());
+    c.engine.BASS_StreamFree(c.stream());
+    if (auto patched = patchSizes(*file, bytesWritten); !patched)
+        return patched;
+    return file->close();
+}
+
+}
+
+void ExtractAudioTrackToWav(EngineContext& c, std::int32_t track)
+{
+    if (c.extracting)
+        return;
+    c.dialogs.setPointer(platform::Dialogs::Pointer::busy);
+    c.engine.BASS_CD_Door(c.engineDrive, AudioEngine::lockDoor);
+    c.state.engine.audioStream = c.engine.BASS_CD_StreamCreate(c.engineDrive, track, AudioEngine::BASS_STREAM_DECODE);
+    if (c.stream() != 0) {
+        c.form.form.enabled = false;
+        c.extracting = true;
+        passOver(c.log, writeTrack(c), "Extract a track");
+        c.extracting = false;
+    } else {
+        c.log.line("engine", "No stream for track " + std::to_string(track + 1));
+    }
+    c.engine.BASS_CD_Door(c.engineDrive, AudioEngine::unlockDoor);
+    if (c.stream() != 0) {
+        c.engine.BASS_ChannelStop(c.stream());
+        c.engine.BASS_StreamFree(c.stream());
+    }
+    c.dialogs.setPointer(platform::Dialogs::Pointer::normal);
+    c.form.form.enabled = true;
+}
+
+void ExtractAudioTrackToWMA(EngineContext& c, std::int32_t, std::int32_t)
+{
+    c.log.line("engine", "WMA files cannot be made yet; the track is left out");
+}
+
+}

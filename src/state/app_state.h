@@ -1,0 +1,28 @@
+#pragma once
+
+#include "state/disc_info.h"
+#include "state/run_flags.h"
+#include "state/settings.h"
+
+#include <array>
+#include <string>
+
+namespace tonquay::state {
+
+/// Everything that lives as long as the program. Each behaviour gets the slices that it touches, not the whole.
+struct AppState {
+    Folders folders;
+    RipSettings settings;
+    RipPath path;
+    Theme theme;
+    DiscInfo disc;
+    PartialTracks partial;
+    RunFlags flags;
+    RunInHand run;
+    EngineState engine;
+    WindowState window;
+    std::array<std::wstring, 7> tagClipboard;   ///< title, artist, album, year, genre, comment, track
+    TrackTable<std::int32_t> analogTrackSeconds;
+};
+
+}

@@ -1,0 +1,41 @@
+#include "state/ripdeck_controls.h"
+
+namespace tonquay::state {
+
+RipdeckControls::RipdeckControls()
+{
+    form.caption = L"CD-Tonquay";
+    form.width = 9600;
+    form.height = 6300;
+
+    constexpr std::array headings{L"Track", L"Time", L"Size, MB", L"Track Title"};
+    for (std::size_t i = 0; i < headings.size(); ++i)
+        Label5[i].caption = headings[i];
+
+    constexpr std::array commands{L"Player", L"Setup", L"TagUtil", L"RipPart", L"Refresh", L"All", L"Clear", L"Tags", L"Rip"};
+    for (std::size_t i = 0; i < commands.size(); ++i)
+        Label10[i].caption = commands[i];
+
+    Label6[trackProgressCaption].caption = L"Track Progress ";
+    Label6[totalProgressCaption].caption = L"Total Progress ";
+    Label6[totalPercentText].caption = L"0%";
+    Label6[totalPercentText].visible = false;
+    Label6[trackPercentText].caption = L"0%";
+    Label6[trackPercentText].visible = false;
+    Label6[discCaption].caption = L"DISC";
+    Label6[ripperCaption].caption = L"CD Ripper";
+    Label6[statusLabel].caption = L"Recording ";
+    Label6[partialCaption].caption = L"Partial";
+    for (const StatusLabel label : {yearLabel, genreLabel, commentLabel})
+        Label6[label].visible = false;
+    Label8.caption = L"0";
+    Label66.caption = L"Preview ";
+    LabelP[0].caption = L"Preview Track";
+    LabelP[1].caption = L"Stop Preview";
+    lblTrackTime.caption = L"0:00";
+    lblTrackTot.caption = L"0:00";
+    Trackprogress.visible = false;
+    Totalprogress.visible = false;
+}
+
+}

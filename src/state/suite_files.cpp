@@ -1,0 +1,107 @@
+#include "state/suite_files.h"
+
+#include "base/sequential.h"
+#include "base/text.h"
+#include "state/settings_text.h"
+
+namespace tonquay::state {
+
+namespace {
+
+void readFont(base::SequentialReader& reader, DisplayFont& font)
+{
+    reader.read(font.name);
+    reader.read(font.size);
+    for (std::int16_t& flag : font.style)
+        reader.read(flag);
+    reader.read(font.colour);
+}
+
+}
+
+std::wstring readDataFolder(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders)
+{
+    std::wstring dataFolder;
+    if (const auto text = settingsText(files, log, inFolder(folders.appFolder, L"tqwin.ini"))) {
+        base::SequentialReader reader(*text);
+        reader.skip(15);
+        reader.read(dataFolder);
+    }
+    dataFolder = base::trim(dataFolder);
+    return dataFolder.size() < 3 ? inFolder(folders.appFolder, L"datacd") : dataFolder;
+}
+
+void readMixerPath(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
+                   std::wstring& mixerPath)
+{
+    if (const auto text = settingsText(files, log, L"TQWIN1.INI"))
+        base::SequentialReader(*text).read(mixerPath);
+    if (base::isBlank(mixerPath))
+        mixerPath = inFolder(folders.systemFolder, L"sndvol32.exe");
+}
+
+void readDisplayFonts(platform::FileSystem& files, platform::Diagnostics& log, DisplayFonts& fonts, Theme& theme)
+{
+    const auto text = settingsText(files, log, L"TQWIN3.INI");
+    if (!text)
+        return;
+    base::SequentialReader reader(*text);
+    readFont(reader, fonts.disc);
+    readFont(reader, fonts.status);
+    reader.skip(6);
+    readFont(reader, fonts.track);
+    for (std::int32_t& colour : theme.panelColours)
+        reader.read(colour);
+}
+
+void readTheme(platform::FileSystem& files, platform::Diagnostics& log, Theme& theme, bool& plainTrackFont)
+{
+    const auto text = settingsText(files, log, L"TQWIN4.INI");
+    if (!text)
+        return;
+    base::SequentialReader reader(*text);
+    reader.skip(13);
+    std::int16_t plain = 0;
+    reader.read(plain);
+    plainTrackFont = plain == 1;
+    reader.skip(2);
+    reader.read(theme.useThemeColours);
+    reader.read(theme.themeColourA);
+    reader.read(theme.themeColourB);
+}
+
+void readWindowChoices(platform::FileSystem& files, platform::Diagnostics& log, WindowState& window)
+{
+    const auto text = settingsText(files, log, L"TQWIN7.INI");
+    if (!text)
+        return;
+    base::SequentialReader reader(*text);
+    reader.skip(7);
+    reader.read(window.keepWindowPlace);
+    reader.skip(13);
+    reader.read(window.keypadStyle);
+}
+
+bool readWindowPlace(platform::FileSystem& files, platform::Diagnostics& log, WindowState& window)
+{
+    const auto text = settingsText(files, log, L"RIPPOS.DAT");
+    if (!text)
+        return false;
+    base::SequentialReader reader(*text);
+    reader.read(window.savedLeft);
+    reader.read(window.savedTop);
+    return true;
+}
+
+void writeWindowPlace(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
+                      const WindowState& window)
+{
+    const std::wstring path = inFolder(folders.appFolder, L"RIPPOS.DAT");
+    if (files.fileExists(path))
+        passOver(log, files.clearAttributes(path), "Make the window's place writable");
+    base::SequentialWriter writer;
+    writer.number(window.savedLeft).number(window.savedTop).endRecord();
+    passOver(log, files.writeWhole(path, writer.bytes()), "Write the window's place");
+}
+
+}
