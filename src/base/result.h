@@ -9,18 +9,18 @@ namespace tonquay::base {
 /// Why a request to the world failed. The host explains, the caller decides.
 struct Failure {
     enum class Kind {
-        notFound,       ///< no such file, folder, drive, disc or program
-        refused,        ///< permission, read-only, held by somebody else
-        unreadable,     ///< a device or medium that gives no data
-        full,           ///< no space left
-        invalid,        ///< what is there makes no sense: a broken sheet, a bad argument
-        unavailable,    ///< this system cannot do it
+        notFound,    ///< no such file, folder, drive, disc or program
+        refused,     ///< permission, read-only, held by somebody else
+        unreadable,  ///< a device or medium that gives no data
+        full,        ///< no space left
+        invalid,     ///< what is there makes no sense: a broken sheet, a bad argument
+        unavailable, ///< this system cannot do it
         other,
     };
 
     Kind kind = Kind::other;
-    std::string where;  ///< the path, device or command it happened at, as a user would write it
-    std::string text;   ///< what happened, one sentence without a final stop
+    std::string where; ///< the path, device or command it happened at, as a user would write it
+    std::string text;  ///< what happened, one sentence without a final stop
 };
 
 /// A failure as one line: "where: text".

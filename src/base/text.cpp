@@ -72,8 +72,9 @@ void encode(std::uint32_t value, std::string& out)
 wchar_t upper(wchar_t character)
 {
     const auto code = static_cast<std::uint32_t>(character);
-    const auto after = std::upper_bound(detail::caseRuns.begin(), detail::caseRuns.end(), code,
-                                        [](std::uint32_t value, const detail::CaseRun& run) { return value < run.first; });
+    const auto after =
+        std::upper_bound(detail::caseRuns.begin(), detail::caseRuns.end(), code,
+                         [](std::uint32_t value, const detail::CaseRun& run) { return value < run.first; });
     if (after == detail::caseRuns.begin())
         return character;
     const detail::CaseRun& run = *std::prev(after);

@@ -13,10 +13,10 @@ namespace tonquay::controls {
 struct ProgressPanel {
     Property<std::int16_t> value{0};
     Property<bool> visible{true};
-    Property<bool> bordered{false};     ///< the frame around it is drawn
-    Property<std::int32_t> barColour{0};    ///< 0x00BBGGRR
+    Property<bool> bordered{false};      ///< the frame around it is drawn
+    Property<std::int32_t> barColour{0}; ///< 0x00BBGGRR
 
-    Handler<double> mouseUp;            ///< released by the user at this fraction of its width, 0 to 1
+    Handler<double> mouseUp; ///< released by the user at this fraction of its width, 0 to 1
 };
 
 /// One channel of a level meter: a picture of the full bar, with a box over the part that is not reached.

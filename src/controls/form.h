@@ -21,7 +21,7 @@ public:
     Property<std::wstring> caption;
     Property<bool> enabled{true};
     Property<WindowState> windowState{WindowState::normal};
-    Property<std::int32_t> left{0};     ///< twips
+    Property<std::int32_t> left{0}; ///< twips
     Property<std::int32_t> top{0};
     Property<std::int32_t> width{0};
     Property<std::int32_t> height{0};

@@ -25,12 +25,13 @@ public:
 
     Property<bool> visible{true};
     Property<std::wstring> toolTip;
+    Property<bool> busyPointer{false};
     Property<bool> toolTipShown{true};
 
-    Handler<> change;       ///< the value moved
+    Handler<> change; ///< the value moved
     Handler<> mouseDown;
     Handler<> mouseUp;
-    Handler<> click;        ///< released by the user at its present value
+    Handler<> click; ///< released by the user at its present value
 
     std::int32_t min() const { return range_.min; }
     std::int32_t max() const { return range_.max; }

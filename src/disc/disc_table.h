@@ -15,9 +15,11 @@ namespace tonquay::disc {
 class DiscTable {
 public:
     DiscTable(state::AppState& state, state::Forms& forms, platform::AcdControl& acd, platform::EventLoop& loop)
-        : state_(state), forms_(forms), acd_(acd), loop_(loop)
-    {
-    }
+        : state_(state),
+          forms_(forms),
+          acd_(acd),
+          loop_(loop)
+    {}
 
     /// Start-up with the drive control: looks for driveLetter among its drives (the first one else), and lists the
     /// tracks with their lengths. Leaves driveLetter empty when there is no drive.

@@ -23,9 +23,9 @@ struct EngineContext {
     platform::FileSystem& files;
     platform::Diagnostics& log;
 
-    std::uint32_t engineDrive = 0;      ///< the engine's number of the drive in use
-    std::int32_t lastDriveIndex = -1;   ///< highest drive number found
-    bool extracting = false;            ///< the stream is being read into a file and is nobody else's
+    std::uint32_t engineDrive = 0;    ///< the engine's number of the drive in use
+    std::int32_t lastDriveIndex = -1; ///< highest drive number found
+    bool extracting = false;          ///< the stream is being read into a file and is nobody else's
 
     platform::AudioEngine::Handle stream() const { return state.engine.audioStream; }
 };

@@ -33,7 +33,8 @@ EngineForm::EngineForm(state::AppState& state, state::Forms& forms, platform::Pl
                .dialogs = platform.dialogs,
                .files = platform.files,
                .log = platform.log},
-      playback_(context_), driveInfo_(context_),
+      playback_(context_),
+      driveInfo_(context_),
       positionTimer_(context_, [this] { driveInfo_.LoadTrackList(); })
 {
     context_.form.form.onLoad = [this] { load(); };

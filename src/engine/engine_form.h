@@ -7,9 +7,9 @@
 #include "platform/platform.h"
 #include "state/forms.h"
 
-#include <vector>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace tonquay::engine {
 

@@ -23,7 +23,8 @@ std::wstring percentText(std::int16_t value)
 }
 
 PositionTimer::PositionTimer(EngineContext& context, std::function<void()> loadTrackList)
-    : c_(context), loadTrackList_(std::move(loadTrackList))
+    : c_(context),
+      loadTrackList_(std::move(loadTrackList))
 {
     c_.form.tmrPlaybackPosition.tick = [this] { tick(); };
     c_.form.SliderPosition.mouseDown = [this] { seekingPosition_ = true; };

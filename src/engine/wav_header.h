@@ -22,8 +22,8 @@ struct WaveHeader {
 };
 
 inline constexpr std::int64_t waveHeaderBytes = 44;
-inline constexpr std::int64_t riffSizeOffset = 4;   ///< holds the bytes behind it: data size + 36
-inline constexpr std::int64_t dataSizeOffset = 40;  ///< holds the bytes of sound
+inline constexpr std::int64_t riffSizeOffset = 4;  ///< holds the bytes behind it: data size + 36
+inline constexpr std::int64_t dataSizeOffset = 40; ///< holds the bytes of sound
 
 WaveHeader waveHeader(const WaveFormat& format);
 

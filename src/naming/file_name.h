@@ -9,13 +9,13 @@ namespace tonquay::naming {
 
 /// How a track's file is named, RipSettings::nameFormat.
 enum class NameFormat : std::int16_t {
-    trackName = 0,          ///< Dawn
-    trackNumber = 1,        ///< Track3
-    artist = 2,             ///< Ann Lee 3
-    album = 3,              ///< First Light 3
-    artistAlbum = 4,        ///< Ann Lee - First Light 3
-    artistTrackName = 5,    ///< Ann Lee - Dawn
-    numberTrackName = 6,    ///< 03 - Dawn
+    trackName = 0,       ///< Dawn
+    trackNumber = 1,     ///< Track3
+    artist = 2,          ///< Ann Lee 3
+    album = 3,           ///< First Light 3
+    artistAlbum = 4,     ///< Ann Lee - First Light 3
+    artistTrackName = 5, ///< Ann Lee - Dawn
+    numberTrackName = 6, ///< 03 - Dawn
 };
 
 /// The file name of track `number` without its ending. Titles, artist and album are taken as they stand in `disc`; a

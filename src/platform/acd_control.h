@@ -25,21 +25,21 @@ public:
 
     /// [2] A first access to the drive; fails when the drive cannot deliver audio.
     virtual base::Result<std::int16_t> Probe() = 0;
-    virtual void SelectDrive(std::int16_t drive) = 0;                                        ///< [4]
-    virtual std::int16_t RipTrack(std::int16_t track, std::wstring_view path) = 0;           ///< [6] above 0: failed
-    virtual std::int16_t GetDriveCount() = 0;                                                ///< [8]
-    virtual std::wstring GetDriveName(std::int16_t drive) = 0;                               ///< [9] the bare letter
-    virtual std::int16_t GetTrackCount() = 0;                                                ///< [11]
-    virtual void AbortRip() = 0;                                                             ///< [14]
+    virtual void SelectDrive(std::int16_t drive) = 0;                              ///< [4]
+    virtual std::int16_t RipTrack(std::int16_t track, std::wstring_view path) = 0; ///< [6] above 0: failed
+    virtual std::int16_t GetDriveCount() = 0;                                      ///< [8]
+    virtual std::wstring GetDriveName(std::int16_t drive) = 0;                     ///< [9] the bare letter
+    virtual std::int16_t GetTrackCount() = 0;                                      ///< [11]
+    virtual void AbortRip() = 0;                                                   ///< [14]
     virtual std::int16_t RipPartial(std::int16_t track, std::wstring_view path, std::int32_t startMs,
-                                    std::int32_t lengthMs) = 0;                              ///< [23] above 0: failed
-    virtual std::int32_t GetTrackLength(std::int16_t track) = 0;                             ///< [24] milliseconds
+                                    std::int32_t lengthMs) = 0;  ///< [23] above 0: failed
+    virtual std::int32_t GetTrackLength(std::int16_t track) = 0; ///< [24] milliseconds
     virtual std::int16_t PlayTrack(std::int16_t track, std::int32_t start, std::int32_t end) = 0; ///< [27] end -1: all
-    virtual void StopPlay() = 0;                                                             ///< [28]
-    virtual void PausePlay() = 0;                                                            ///< [31]
-    virtual void ResumePlay() = 0;                                                           ///< [32]
-    virtual void Eject() = 0;                                                                ///< [33]
-    virtual void SetRipMode(std::int16_t mode) = 0;                                          ///< [34] 0, 1 or 2
+    virtual void StopPlay() = 0;                                                                  ///< [28]
+    virtual void PausePlay() = 0;                                                                 ///< [31]
+    virtual void ResumePlay() = 0;                                                                ///< [32]
+    virtual void Eject() = 0;                                                                     ///< [33]
+    virtual void SetRipMode(std::int16_t mode) = 0;                                               ///< [34] 0, 1 or 2
 };
 
 }

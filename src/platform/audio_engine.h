@@ -21,13 +21,13 @@ public:
     using Handle = std::uint32_t;
     using SyncCallback = std::function<void(std::uint32_t user)>;
 
-    static constexpr std::uint32_t BASS_STREAM_AUTOFREE = 0x40000;  ///< freed by its end and by a stop
-    static constexpr std::uint32_t BASS_STREAM_DECODE = 0x200000;   ///< for BASS_ChannelGetData, never heard
+    static constexpr std::uint32_t BASS_STREAM_AUTOFREE = 0x40000; ///< freed by its end and by a stop
+    static constexpr std::uint32_t BASS_STREAM_DECODE = 0x200000;  ///< for BASS_ChannelGetData, never heard
     static constexpr std::uint32_t BASS_SAMPLE_8BITS = 1;
 
-    static constexpr std::uint32_t BASS_ATTRIB_FREQ = 1;    ///< Hz
-    static constexpr std::uint32_t BASS_ATTRIB_VOL = 2;     ///< 0 to 100; -1 changes nothing
-    static constexpr std::uint32_t BASS_ATTRIB_PAN = 3;     ///< -100 left to 100 right; -101 changes nothing
+    static constexpr std::uint32_t BASS_ATTRIB_FREQ = 1; ///< Hz
+    static constexpr std::uint32_t BASS_ATTRIB_VOL = 2;  ///< 0 to 100; -1 changes nothing
+    static constexpr std::uint32_t BASS_ATTRIB_PAN = 3;  ///< -100 left to 100 right; -101 changes nothing
 
     static constexpr std::uint32_t BASS_SYNC_END = 2;
     static constexpr std::uint32_t BASS_SYNC_SLIDE = 5;
@@ -50,12 +50,12 @@ public:
         std::string vendor;
         std::string product;
         std::string rev;
-        std::int32_t letter = 0;        ///< 0 is "A"
-        std::uint32_t rwflags = 0;      ///< one bit an ability
-        std::int32_t canopen = 0;       ///< 1: the door can be opened and closed
-        std::int32_t canlock = 0;       ///< 1: the door can be locked
-        std::uint32_t maxspeed = 0;     ///< Kbps; 0 when the drive does not tell
-        std::uint32_t cache = 0;        ///< kilobytes; 0 when the drive does not tell
+        std::int32_t letter = 0;    ///< 0 is "A"
+        std::uint32_t rwflags = 0;  ///< one bit an ability
+        std::int32_t canopen = 0;   ///< 1: the door can be opened and closed
+        std::int32_t canlock = 0;   ///< 1: the door can be locked
+        std::uint32_t maxspeed = 0; ///< Kbps; 0 when the drive does not tell
+        std::uint32_t cache = 0;    ///< kilobytes; 0 when the drive does not tell
     };
 
     virtual ~AudioEngine() = default;
@@ -64,16 +64,16 @@ public:
     /// window and class id mean nothing here.
     virtual bool BASS_Init(std::int32_t device, std::uint32_t frequency, std::uint32_t flags, std::uintptr_t window,
                            std::uintptr_t classId) = 0;
-    virtual bool BASS_Stop() = 0;   ///< silences all playback
-    virtual bool BASS_Free() = 0;   ///< frees every stream and the device
+    virtual bool BASS_Stop() = 0; ///< silences all playback
+    virtual bool BASS_Free() = 0; ///< frees every stream and the device
 
     /// The volume that streams start with, 0 to 100.
     virtual float BASS_GetVolume() = 0;
 
     /// False past the last drive. Never blocks: it answers from what the watch of the drive last saw.
     virtual bool BASS_CD_GetInfo(std::uint32_t drive, DriveInfo& info) = 0;
-    virtual bool BASS_CD_IsReady(std::uint32_t drive) = 0;          ///< an audio disc is in and can be read
-    virtual std::int32_t BASS_CD_GetTracks(std::uint32_t drive) = 0;        ///< data tracks included; -1: no disc
+    virtual bool BASS_CD_IsReady(std::uint32_t drive) = 0;           ///< an audio disc is in and can be read
+    virtual std::int32_t BASS_CD_GetTracks(std::uint32_t drive) = 0; ///< data tracks included; -1: no disc
     virtual std::int32_t BASS_CD_GetTrackLength(std::uint32_t drive, std::uint32_t track) = 0; ///< bytes; -1: data
     /// The disc's CD-Text as "KEYn=text" strings, each ended by NUL, the last one empty; empty when there is none.
     virtual std::string BASS_CD_GetID(std::uint32_t drive, std::uint32_t id) = 0;

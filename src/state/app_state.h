@@ -21,7 +21,7 @@ struct AppState {
     RunInHand run;
     EngineState engine;
     WindowState window;
-    std::array<std::wstring, 7> tagClipboard;   ///< title, artist, album, year, genre, comment, track
+    std::array<std::wstring, 7> tagClipboard; ///< title, artist, album, year, genre, comment, track
     TrackTable<std::int32_t> analogTrackSeconds;
 };
 

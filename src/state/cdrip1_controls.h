@@ -30,7 +30,7 @@ enum EngineButton : std::size_t {
 
 /// chkRWFlags by index, past the bits of the drive's abilities.
 enum DriveFlag : std::size_t {
-    abilityFlags = 11,      ///< the number of ability bits, at 0 to 10
+    abilityFlags = 11, ///< the number of ability bits, at 0 to 10
     canOpenFlag = 11,
     canLockFlag = 12,
     lockedFlag = 13,
@@ -42,22 +42,22 @@ enum WmaTag : std::size_t { wmaTitle = 0, wmaAuthor = 1, wmaAlbum = 2, wmaDescri
 
 /// The engine's own form. It lies off the screen; the main window and the setup page read and set its controls.
 struct Cdrip1Controls {
-    static constexpr std::int32_t plainWidth = 7515;        ///< twips
+    static constexpr std::int32_t plainWidth = 7515; ///< twips
     static constexpr std::int32_t driveInfoWidth = 11490;
 
     controls::Form form;
 
-    controls::ComboBox cmbCDDrives;             ///< item data: the engine's drive number
+    controls::ComboBox cmbCDDrives; ///< item data: the engine's drive number
     controls::ChoiceList lstTracks;
     controls::TextBox txtCDArtist;
     controls::TextBox txtCDAlbum;
-    std::array<controls::TextBox, 8> txtWMATags;    ///< by WmaTag
+    std::array<controls::TextBox, 8> txtWMATags; ///< by WmaTag
     controls::CheckBox chkWMAFileTags;
-    controls::ComboBox cmbWMAEncodingBitrate;       ///< item data: bits per second
-    std::array<controls::OptionButton, 2> optExtractMode;   ///< WAV, WMA
+    controls::ComboBox cmbWMAEncodingBitrate;             ///< item data: bits per second
+    std::array<controls::OptionButton, 2> optExtractMode; ///< WAV, WMA
     controls::Property<bool> picWMAExtractOptionsVisible{false};
 
-    std::array<controls::Button, 10> cmdButton;     ///< by EngineButton
+    std::array<controls::Button, 10> cmdButton; ///< by EngineButton
     controls::Slider SliderVolume{{-100, 0, -50}, controls::Slider::OnCode::fires};
     controls::Slider SliderBalance{{-100, 100, 0}, controls::Slider::OnCode::fires};
     controls::Slider SliderPosition{{0, 10000, 0}, controls::Slider::OnCode::silent};
@@ -65,7 +65,7 @@ struct Cdrip1Controls {
     controls::Label lblBalance;
     controls::Label lblTrackPosition;
 
-    std::array<controls::CheckBox, 15> chkRWFlags;  ///< by DriveFlag; a display
+    std::array<controls::CheckBox, 15> chkRWFlags; ///< by DriveFlag; a display
     controls::Label lblMaxReadSpeed;
     controls::Label lblCacheSize;
     controls::Property<bool> trackListTabsSet{false};

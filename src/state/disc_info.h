@@ -46,15 +46,15 @@ private:
 
 /// What is known of the audio disc in the selected drive.
 struct DiscInfo {
-    std::wstring discArtist;                ///< "Unknown Artist" when not known
-    std::wstring discAlbum;                 ///< "Unknown Title" when not known
+    std::wstring discArtist; ///< "Unknown Artist" when not known
+    std::wstring discAlbum;  ///< "Unknown Title" when not known
     std::wstring discYear;
     std::wstring discGenre;
     std::wstring discComment;
-    std::int16_t trackCount = 0;            ///< tracks named by the hand-over file; 0 without one
+    std::int16_t trackCount = 0; ///< tracks named by the hand-over file; 0 without one
     TrackTable<std::wstring> trackTitles;
     TrackTable<std::int32_t> trackSeconds;
-    std::wstring handoverDriveLetter;       ///< the drive that the hand-over file was written for, one letter
+    std::wstring handoverDriveLetter; ///< the drive that the hand-over file was written for, one letter
 };
 
 /// The wanted part of each track in milliseconds. A length above 0 marks a partial rip.

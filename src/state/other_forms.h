@@ -9,11 +9,11 @@ namespace tonquay::state {
 /// The setup dialog: what other forms reach of it.
 struct CdriptabControls {
     controls::Form form;
-    controls::ChoiceList List2;     ///< the drives to choose from
-    controls::ChoiceList List3;     ///< the selected drive
-    controls::ChoiceList List4;     ///< the rip methods
-    controls::TextBox Text3;        ///< the encoder
-    controls::Property<std::int32_t> tab{1};    ///< TabStrip1's selected tab, from 1
+    controls::ChoiceList List2;              ///< the drives to choose from
+    controls::ChoiceList List3;              ///< the selected drive
+    controls::ChoiceList List4;              ///< the rip methods
+    controls::TextBox Text3;                 ///< the encoder
+    controls::Property<std::int32_t> tab{1}; ///< TabStrip1's selected tab, from 1
 
     CdriptabControls();
 };

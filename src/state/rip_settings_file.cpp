@@ -28,12 +28,9 @@ void findEncoder(platform::FileSystem& files, const Folders& folders, RipSetting
     settings.encodeWanted = 1;
     settings.deleteWav = 1;
     const std::array<std::wstring, 6> places{
-        inFolder(folders.appFolder, L"lame.exe"),
-        inFolder(folders.appFolder, L"bladeenc.exe"),
-        L"c:\\program files\\lame\\lame.exe",
-        L"c:\\program files\\bladeenc\\bladeenc.exe",
-        L"c:\\program files\\mp3 encoder\\lame.exe",
-        L"c:\\program files\\mp3 encoder\\bladeenc.exe",
+        inFolder(folders.appFolder, L"lame.exe"),    inFolder(folders.appFolder, L"bladeenc.exe"),
+        L"c:\\program files\\lame\\lame.exe",        L"c:\\program files\\bladeenc\\bladeenc.exe",
+        L"c:\\program files\\mp3 encoder\\lame.exe", L"c:\\program files\\mp3 encoder\\bladeenc.exe",
     };
     for (const std::wstring& place : places) {
         if (files.fileExists(place)) {

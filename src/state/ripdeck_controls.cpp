@@ -12,7 +12,8 @@ RipdeckControls::RipdeckControls()
     for (std::size_t i = 0; i < headings.size(); ++i)
         Label5[i].caption = headings[i];
 
-    constexpr std::array commands{L"Player", L"Setup", L"TagUtil", L"RipPart", L"Refresh", L"All", L"Clear", L"Tags", L"Rip"};
+    constexpr std::array commands{L"Player", L"Setup", L"TagUtil", L"RipPart", L"Refresh",
+                                  L"All",    L"Clear", L"Tags",    L"Rip"};
     for (std::size_t i = 0; i < commands.size(); ++i)
         Label10[i].caption = commands[i];
 

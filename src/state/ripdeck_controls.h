@@ -20,7 +20,7 @@ enum StatusLabel : std::size_t {
     trackPercentText = 3,
     discCaption = 5,
     ripperCaption = 6,
-    statusLabel = 7,        ///< "Recording" or "Encoding"
+    statusLabel = 7, ///< "Recording" or "Encoding"
     partialCaption = 8,
     yearLabel = 9,
     genreLabel = 10,
@@ -58,25 +58,25 @@ enum KeyLook : int { idleLook = 0, pressedLook = 1, runningLook = 2 };
 struct RipdeckControls {
     controls::Form form;
 
-    controls::MultiSelectList list1;            ///< the track list
-    std::array<controls::Label, 4> Label5;      ///< its headings
-    std::array<controls::Label, 12> Label6;     ///< by StatusLabel
-    controls::Label Label8;                     ///< number of the track in work, "0" when none
-    controls::Label Label12;                    ///< artist and album
-    controls::Label Label13;                    ///< title of the track in work
-    controls::Label Label28;                    ///< the Power control
-    controls::Label Label66;                    ///< lit during a preview
-    std::array<controls::Label, 2> LabelP;      ///< preview on, preview off
+    controls::MultiSelectList list1;        ///< the track list
+    std::array<controls::Label, 4> Label5;  ///< its headings
+    std::array<controls::Label, 12> Label6; ///< by StatusLabel
+    controls::Label Label8;                 ///< number of the track in work, "0" when none
+    controls::Label Label12;                ///< artist and album
+    controls::Label Label13;                ///< title of the track in work
+    controls::Label Label28;                ///< the Power control
+    controls::Label Label66;                ///< lit during a preview
+    std::array<controls::Label, 2> LabelP;  ///< preview on, preview off
     controls::Label lblTrackTime;
     controls::Label lblTrackTot;
 
-    std::array<controls::Image, 7> icntla;      ///< by TransportKey
-    std::array<controls::Image, 9> image10;     ///< by CommandKey
-    std::array<controls::Label, 9> Label10;     ///< their captions, which carry the same commands
+    std::array<controls::Image, 7> icntla;  ///< by TransportKey
+    std::array<controls::Image, 9> image10; ///< by CommandKey
+    std::array<controls::Label, 9> Label10; ///< their captions, which carry the same commands
 
     controls::ProgressPanel Trackprogress;
     controls::ProgressPanel Totalprogress;
-    std::array<controls::VuMeter, 2> picVUMeter;    ///< left, right
+    std::array<controls::VuMeter, 2> picVUMeter; ///< left, right
 
     controls::Property<std::int32_t> listBorderColour{0};
     controls::Property<bool> SSPanel1Visible{true}; ///< the panel with volume and balance

@@ -22,7 +22,7 @@ void readMixerPath(platform::FileSystem& files, platform::Diagnostics& log, cons
 
 /// How one part of the display is written.
 struct DisplayFont {
-    std::wstring name;              ///< empty: the design's own
+    std::wstring name; ///< empty: the design's own
     std::int32_t size = 0;
     std::array<std::int16_t, 3> style{};
     std::int32_t colour = 0;
@@ -30,9 +30,9 @@ struct DisplayFont {
 
 /// TQWIN3.INI: three fonts and the panel colours.
 struct DisplayFonts {
-    DisplayFont disc;               ///< artist, album and title
+    DisplayFont disc; ///< artist, album and title
     DisplayFont status;
-    DisplayFont track;              ///< the track number
+    DisplayFont track; ///< the track number
 };
 
 void readDisplayFonts(platform::FileSystem& files, platform::Diagnostics& log, DisplayFonts& fonts, Theme& theme);

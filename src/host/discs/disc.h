@@ -26,13 +26,13 @@ public:
     enum class ReadEnd {
         full,
         endOfDisc,
-        unreadable,     ///< the drive or file gives no data at the next sector
-        gone,           ///< the disc was taken out, or the image's file is no longer there
+        unreadable, ///< the drive or file gives no data at the next sector
+        gone,       ///< the disc was taken out, or the image's file is no longer there
     };
 
     struct Read {
-        std::size_t sectors;    ///< whole sectors written to the buffer; what lies behind them is untouched
-        ReadEnd end;            ///< why the reading stopped
+        std::size_t sectors; ///< whole sectors written to the buffer; what lies behind them is untouched
+        ReadEnd end;         ///< why the reading stopped
     };
 
     virtual ~Disc() = default;

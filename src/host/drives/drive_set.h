@@ -14,7 +14,7 @@ class Drive {
 public:
     virtual ~Drive() = default;
 
-    virtual const platform::DriveDescription& description() = 0;    ///< as of now; valid until the next call
+    virtual const platform::DriveDescription& description() = 0; ///< as of now; valid until the next call
 
     virtual bool doorIsOpen() = 0;
     virtual bool doorIsLocked() = 0;
@@ -43,7 +43,7 @@ public:
     virtual ~DriveSet() = default;
 
     virtual std::size_t count() = 0;
-    virtual Drive& at(std::size_t index) = 0;   ///< index below count()
+    virtual Drive& at(std::size_t index) = 0; ///< index below count()
 };
 
 /// Letter of the drive at an index: D, E, ...

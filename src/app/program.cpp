@@ -1,0 +1,32 @@
+#include "app/program.h"
+
+#include "deck/volume.h"
+
+namespace tonquay::app {
+
+Program::Program(platform::Platform platform)
+    : platform_(platform),
+      engine_(state_, forms_, platform_),
+      discTable_(state_, forms_, platform_.acd, platform_.loop),
+      analogCapture_(state_, forms_, platform_),
+      programFiles_(platform_),
+      encoders_(state_, forms_, platform_),
+      extraction_(state_, forms_, engine_, platform_),
+      driver_(state_, forms_, extraction_, encoders_, programFiles_, platform_),
+      programEnd_(state_, forms_.ripdeck(), platform_),
+      preview_(state_, forms_, engine_.playback(), platform_),
+      runCommands_(state_, forms_, driver_, preview_, platform_),
+      commandKeys_(state_, forms_, programEnd_, platform_),
+      startUp_(state_, forms_, discTable_, platform_)
+{
+    forms_.ripdeck().Timer1.bind(platform_.loop);
+    deck::wireVolume(forms_.ripdeck(), engine_.playback());
+}
+
+void Program::start(std::wstring_view commandLine)
+{
+    startUp_.run(commandLine);
+    forms_.ripdeck().form.show();
+}
+
+}

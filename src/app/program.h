@@ -1,0 +1,58 @@
+#pragma once
+
+#include "deck/command_keys.h"
+#include "deck/preview.h"
+#include "deck/program_end.h"
+#include "deck/run_commands.h"
+#include "deck/start_up.h"
+#include "disc/disc_table.h"
+#include "encode/encoder_pipeline.h"
+#include "engine/engine_form.h"
+#include "platform/platform.h"
+#include "rip/analog_capture.h"
+#include "rip/program_files.h"
+#include "rip/rip_driver.h"
+#include "rip/track_extraction.h"
+#include "state/app_state.h"
+#include "state/forms.h"
+
+#include <string_view>
+
+namespace tonquay::app {
+
+/// The whole program but its views: every form with its behaviour, each handed what it needs. Front ends bind views to
+/// the forms, press their controls, and read the state; several programs may live side by side.
+class Program {
+public:
+    /// `platform` and all it refers to outlive the program.
+    explicit Program(platform::Platform platform);
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    /// Loads the main window: finds the program folder (the whole of `commandLine`, or the installation's), settings,
+    /// disc and tracks. May end the program.
+    void start(std::wstring_view commandLine);
+
+    state::AppState& state() { return state_; }
+    state::Forms& forms() { return forms_; }
+
+private:
+    platform::Platform platform_;
+    state::AppState state_;
+    state::Forms forms_;
+
+    engine::EngineForm engine_;
+    disc::DiscTable discTable_;
+    rip::AnalogCapture analogCapture_;
+    rip::ProgramFiles programFiles_;
+    encode::EncoderPipeline encoders_;
+    rip::TrackExtraction extraction_;
+    rip::RipDriver driver_;
+    deck::ProgramEnd programEnd_;
+    deck::Preview preview_;
+    deck::RunCommands runCommands_;
+    deck::CommandKeys commandKeys_;
+    deck::StartUp startUp_;
+};
+
+}

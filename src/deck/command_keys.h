@@ -1,0 +1,30 @@
+#pragma once
+
+#include "deck/program_end.h"
+#include "platform/platform.h"
+#include "state/app_state.h"
+#include "state/forms.h"
+
+namespace tonquay::deck {
+
+/// The column of command keys. Each key's caption carries the same command as the key itself.
+class CommandKeys {
+public:
+    CommandKeys(state::AppState& state, state::Forms& forms, ProgramEnd& programEnd, platform::Platform& platform);
+
+    void press(state::CommandKey key);
+
+private:
+    void goToPlayer();
+    void openSetup(std::int32_t tab);
+    void openPartialRip();
+    void openDiscTags();
+
+    state::AppState& state_;
+    state::Forms& forms_;
+    state::RipdeckControls& main_;
+    ProgramEnd& programEnd_;
+    platform::Platform& platform_;
+};
+
+}

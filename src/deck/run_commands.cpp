@@ -1,0 +1,55 @@
+#include "deck/run_commands.h"
+
+#include "disc/disc_table.h"
+#include "platform/acd_control.h"
+
+namespace tonquay::deck {
+
+RunCommands::RunCommands(state::AppState& state, state::Forms& forms, rip::RipDriver& driver, Preview& preview,
+                         platform::Platform& platform)
+    : state_(state),
+      forms_(forms),
+      main_(forms.ripdeck()),
+      driver_(driver),
+      preview_(preview),
+      platform_(platform)
+{
+    main_.icntla[state::startButton].mouseUp = [this](controls::MouseButton) { start(); };
+    main_.icntla[state::stopButton].mouseUp = [this](controls::MouseButton) { stop(); };
+}
+
+void RunCommands::start()
+{
+    if (main_.list1.selectedCount() == 0 || state_.flags.ripBusy == 1)
+        return;
+    if (state_.path.ripEngineMode == 1 && state_.flags.previewActive == 1)
+        preview_.endPreview();
+    main_.icntla[state::startButton].picture = state::runningLook;
+    state_.flags.encodeOnly = 0;
+    const auto showBusy = [this](bool busy) {
+        main_.SliderVolume.busyPointer = busy;
+        main_.SliderBalance.busyPointer = busy;
+        main_.list1.busyPointer = busy;
+    };
+    showBusy(true);
+    driver_.recstart();
+    showBusy(false);
+}
+
+void RunCommands::stop()
+{
+    constexpr std::int16_t analogMethod = 3;
+    preview_.stop();
+    main_.Label8.caption = L"0";
+    main_.Label13.caption = L"";
+    // Only a run takes the request; one that is left over would stop the next run after its first track.
+    if (state_.flags.ripBusy == 1)
+        state_.flags.stopRequested = 1;
+    if (state_.settings.ripMethod == analogMethod && forms_.loaded<state::CdrecaltControls>())
+        forms_.cdrecalt().cmdCancel();
+    if (state_.path.ripEngineMode == 1)
+        platform_.acd.AbortRip();
+    main_.list1.deselectAll();
+}
+
+}

@@ -1,0 +1,291 @@
+#include "deck/start_up.h"
+
+#include "base/sequential.h"
+#include "base/text.h"
+#include "deck/window_place.h"
+#include "disc/handover_file.h"
+#include "platform/acd_control.h"
+#include "platform/diagnostics.h"
+#include "platform/dialogs.h"
+#include "platform/file_system.h"
+#include "platform/processes.h"
+#include "platform/system_info.h"
+#include "state/painting.h"
+#include "state/rip_settings_file.h"
+#include "state/settings_text.h"
+#include "state/suite_files.h"
+
+namespace tonquay::deck {
+
+namespace {
+
+constexpr std::int16_t burstMethod = 2;
+constexpr std::int16_t analogMethod = 3;
+constexpr std::int16_t digital2Method = 4;
+constexpr std::wstring_view playerTracksName = L"pgmtrks.tmp";
+
+void applyFont(controls::Label& label, const state::DisplayFont& font)
+{
+    if (font.name.empty())
+        return;
+    label.fontName = font.name;
+    label.fontSize = font.size;
+    label.colour = font.colour;
+}
+
+}
+
+void StartUp::run(std::wstring_view commandLine)
+{
+    findProgramFolder(commandLine);
+    findSystemFolders();
+    decideRipPath();
+    if (state_.path.ripEngineMode == 1)
+        setUpDriveControl();
+    showPathControls();
+    clearFlags();
+    measureScreen();
+    changeToProgramFolder();
+    readSuiteFiles();
+    placeWindow();
+    takeOverDisc();
+    state::racdset(platform_.files, platform_.log, state_.folders, forms_, state_.settings);
+    findDriveAndTracks();
+    handleMissingDrive();
+    rereadDoubtfulTable();
+    state_.flags.encodeOnly = 0;
+    state_.flags.stopRequested = 0;
+    state_.flags.ripBusy = 0;
+    selectTracksOfPlayer();
+    startDiscWatch();
+    if (state_.settings.autoSelectAll == 1)
+        disc::selalltrks(main_.list1);
+    state::setborder(main_, state_.theme);
+}
+
+void StartUp::findProgramFolder(std::wstring_view commandLine)
+{
+    std::wstring folder(base::trim(commandLine));
+    if (folder.empty()) {
+        folder = platform_.system.installPath();
+        folder.resize(std::min(folder.find(L'\0'), folder.size()));
+        folder = base::trim(folder);
+    }
+    if (folder.empty())
+        platform_.processes.endProgram();
+    state_.folders.appFolder = folder;
+}
+
+void StartUp::findSystemFolders()
+{
+    state_.folders.windowsFolder = base::upper(platform_.system.windowsFolder());
+    state_.folders.systemFolder = base::upper(platform_.system.systemFolder());
+    state_.folders.dataFolder = state::readDataFolder(platform_.files, platform_.log, state_.folders);
+}
+
+void StartUp::decideRipPath()
+{
+    state_.path.ripEngineMode = 0;
+    const std::wstring path = state::inFolder(state_.folders.appFolder, L"riptype.ini");
+    if (!platform_.files.fileExists(path)) {
+        state::writeRipType(platform_.files, platform_.log, state_.folders, 0);
+        state_.settings.ripMethod = digital2Method;
+        return;
+    }
+    if (const auto text = state::settingsText(platform_.files, platform_.log, path))
+        base::SequentialReader(*text).read(state_.path.ripEngineMode);
+    if (state_.path.ripEngineMode == 0)
+        state_.settings.ripMethod = digital2Method;
+}
+
+void StartUp::setUpDriveControl()
+{
+    const auto probed = platform_.acd.Probe();
+    if (passOver(platform_.log, probed, "Read the drive")) {
+        state_.engine.acdResult = *probed;
+        main_.Totalprogress.value = std::int16_t{0};
+        main_.Trackprogress.value = std::int16_t{0};
+        platform_.acd.SelectDrive(1);
+        return;
+    }
+    platform_.dialogs.messageBox(L"CD-Tonquay",
+                                 L"Unable to read data from CD drive, check manufacturer support site online for "
+                                 L"possible firmware update. Switching to use alternate digital rip method.",
+                                 platform::Dialogs::Icon::stop);
+    state::ForceAltRipMode(platform_.files, platform_.log, state_.folders, state_.path, state_.settings);
+}
+
+void StartUp::showPathControls()
+{
+    const bool engine = state_.path.ripEngineMode != 1;
+    main_.lblTrackTime.visible = engine;
+    main_.lblTrackTot.visible = engine;
+    main_.SSPanel1Visible = engine;
+}
+
+void StartUp::clearFlags()
+{
+    state_.flags.previewActive = 0;
+    state_.window.discWasRemoved = 0;
+    state_.flags.encodeBusy = 0;
+    state_.flags.autoTagBusy = 0;
+    state_.flags.autoTagMode = 0;
+    state_.partial.partialStartMs.clear();
+    state_.partial.partialEndMs.clear();
+    state_.partial.partialLengthMs.clear();
+}
+
+void StartUp::measureScreen()
+{
+    constexpr std::int32_t largeFontTwips = 14;
+    state_.window.smallFonts = platform_.system.screen().twipsPerPixel > largeFontTwips ? 1 : 0;
+}
+
+void StartUp::changeToProgramFolder()
+{
+    const std::wstring& folder = state_.folders.appFolder;
+    passOver(platform_.log, platform_.files.changeDrive(folder), "Change to the program folder's drive");
+    passOver(platform_.log, platform_.files.changeFolder(folder), "Change to the program folder");
+}
+
+void StartUp::readSuiteFiles()
+{
+    state::readMixerPath(platform_.files, platform_.log, state_.folders, state_.window.mixerPath);
+    state::DisplayFonts fonts;
+    state::readDisplayFonts(platform_.files, platform_.log, fonts, state_.theme);
+    bool plainTrackFont = false;
+    state::readTheme(platform_.files, platform_.log, state_.theme, plainTrackFont);
+    state::readWindowChoices(platform_.files, platform_.log, state_.window);
+
+    applyFont(main_.Label12, fonts.disc);
+    applyFont(main_.Label13, fonts.disc);
+    for (controls::Label& label : main_.Label6)
+        applyFont(label, fonts.status);
+    applyFont(main_.Label8, fonts.track);
+    if (plainTrackFont || main_.Label8.fontName.get() != L"LcdD")
+        main_.Label8.fontName = L"Arial";
+    state::sbarbc(main_, state_.theme);
+}
+
+void StartUp::placeWindow()
+{
+    const auto screen = platform_.system.screen();
+    if (!state::readWindowPlace(platform_.files, platform_.log, state_.window)) {
+        centerOnScreen(main_.form, screen);
+        return;
+    }
+    if (state_.window.keepWindowPlace == 1)
+        return;
+    clampPlace(state_.window, main_.form, screen);
+    main_.form.left = state_.window.savedLeft;
+    main_.form.top = state_.window.savedTop;
+}
+
+void StartUp::takeOverDisc()
+{
+    state::DiscInfo& disc = state_.disc;
+    if (disc::readHandover(platform_.files, platform_.log, disc)) {
+        showDiscCaption();
+        passOver(platform_.log, platform_.files.remove(disc::handoverName), "Delete the hand-over file");
+    }
+    disc::applyUnknownDiscNames(disc);
+    const auto show = [this](state::StatusLabel label, const std::wstring& text) {
+        main_.Label6[label].caption = text;
+        if (!text.empty())
+            main_.Label6[label].visible = true;
+    };
+    show(state::yearLabel, disc.discYear);
+    show(state::genreLabel, disc.discGenre);
+    show(state::commentLabel, disc.discComment);
+}
+
+void StartUp::showDiscCaption()
+{
+    const state::DiscInfo& disc = state_.disc;
+    main_.Label12.caption = base::isBlank(disc.discAlbum) ? disc.discArtist : disc.discArtist + L" - " + disc.discAlbum;
+    // Letters from here on are taken for Cyrillic ones in the suite's one-byte texts.
+    constexpr wchar_t lastLatin = 191;
+    const std::wstring_view artist = base::trim(disc.discArtist);
+    if (!artist.empty() && artist.front() > lastLatin) {
+        constexpr std::wstring_view cyrillicFont = L"ER Kurier 1251";
+        main_.list1.fontName = std::wstring(cyrillicFont);
+        for (controls::Label* label : {&main_.Label12, &main_.Label13, &main_.Label6[state::genreLabel]})
+            label->fontName = std::wstring(cyrillicFont);
+    }
+}
+
+void StartUp::findDriveAndTracks()
+{
+    if (state_.path.ripEngineMode == 1)
+        discTable_.buildFromControl();
+    else
+        discTable_.buildFromEngine();
+}
+
+bool StartUp::noDrive() const
+{
+    return base::isBlank(state_.settings.driveLetter);
+}
+
+void StartUp::handleMissingDrive()
+{
+    if (noDrive()) {
+        if (state_.settings.ripMethod < analogMethod)
+            leadToSetup();
+        else
+            discTable_.analogtrks();
+    }
+    if (noDrive() && state_.settings.ripMethod < analogMethod)
+        platform_.dialogs.messageBox(L"CD-Tonquay", L"Please select a CD/DVD Drive in the CD Ripper Setup Section!",
+                                     platform::Dialogs::Icon::exclamation);
+}
+
+void StartUp::leadToSetup()
+{
+    platform_.dialogs.messageBox(L"CD-Tonquay Setup Wizard",
+                                 L"You must enter your default CD-ROM, DVD or CD-R drive in the following settings "
+                                 L"section before using the CD Ripper for the first time!",
+                                 platform::Dialogs::Icon::information);
+    main_.form.windowState = controls::Form::WindowState::minimised;
+    state_.settings.ripMethod = burstMethod;
+    forms_.cdriptab().List4.setIndex(burstMethod);
+    forms_.cdripbg().form.show();
+    forms_.cdriptab().form.show();
+    forms_.cdriptab().tab = 1;
+    main_.form.enabled = false;
+}
+
+void StartUp::rereadDoubtfulTable()
+{
+    // Two tracks in a row that short are more likely a table that the drive gave too early.
+    constexpr std::int32_t shortest = 10;
+    const state::DiscInfo& disc = state_.disc;
+    if (noDrive() || disc.trackSeconds(1) >= shortest || disc.trackSeconds(2) >= shortest)
+        return;
+    state_.engine.pendingDriveLetter = state_.settings.driveLetter;
+    discTable_.select_drive();
+}
+
+void StartUp::selectTracksOfPlayer()
+{
+    if (!platform_.files.fileExists(playerTracksName))
+        return;
+    if (const auto text = state::settingsText(platform_.files, platform_.log, playerTracksName)) {
+        base::SequentialReader reader(*text);
+        while (!reader.atEnd()) {
+            std::int16_t number = 0;
+            reader.read(number);
+            if (number > 0)
+                main_.list1.select(number - 1, true);
+        }
+    }
+    passOver(platform_.log, platform_.files.remove(playerTracksName), "Delete the player's track list");
+}
+
+void StartUp::startDiscWatch()
+{
+    if (platform_.files.fileExists(state_.disc.handoverDriveLetter + L":\\track01.cda"))
+        main_.Timer1.setEnabled(true);
+}
+
+}

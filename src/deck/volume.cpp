@@ -1,0 +1,19 @@
+#include "deck/volume.h"
+
+#include "base/numbers.h"
+
+namespace tonquay::deck {
+
+void wireVolume(state::RipdeckControls& ripdeck, engine::Playback& playback)
+{
+    ripdeck.SliderVolume.change = [&ripdeck, &playback] {
+        playback.applyVolume(ripdeck.SliderVolume.value());
+        ripdeck.SliderVolume.toolTip = base::digits(engine::shownVolume(ripdeck.SliderVolume.value()));
+    };
+    ripdeck.SliderBalance.change = [&ripdeck, &playback] {
+        playback.applyBalance(ripdeck.SliderBalance.value());
+        ripdeck.SliderBalance.toolTip = base::digits(ripdeck.SliderBalance.value());
+    };
+}
+
+}

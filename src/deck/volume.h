@@ -1,0 +1,12 @@
+#pragma once
+
+#include "engine/playback.h"
+#include "state/ripdeck_controls.h"
+
+namespace tonquay::deck {
+
+/// Takes over the volume and balance sliders of the main window. They act on what plays with the audio engine; their
+/// tooltips show the volume from 0 to 10 and the balance as it is.
+void wireVolume(state::RipdeckControls& ripdeck, engine::Playback& playback);
+
+}
