@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/clock.h"
+
+namespace tonquay::test {
+
+/// Time that only moves when a test, a wait or a delay moves it. It starts at the same moment in every test.
+class FakeClock final : public platform::Clock {
+public:
+    Monotonic now() const override { return Monotonic{} + elapsed_; }
+    Wall wallTime() const override { return start + std::chrono::duration_cast<Wall::duration>(elapsed_); }
+    void delay(std::chrono::milliseconds time) override { elapsed_ += time; }
+
+    std::chrono::nanoseconds elapsed() const { return elapsed_; }
+    void advance(std::chrono::nanoseconds time) { elapsed_ += time; }
+
+private:
+    static constexpr Wall start{std::chrono::seconds{1'000'000'000}};
+
+    std::chrono::nanoseconds elapsed_{std::chrono::hours{1}};
+};
+
+}

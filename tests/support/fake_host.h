@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/platform.h"
+#include "support/fake_acd_control.h"
+#include "support/fake_audio_engine.h"
+#include "support/fake_clock.h"
+#include "support/fake_diagnostics.h"
+#include "support/fake_dialogs.h"
+#include "support/fake_discs.h"
+#include "support/fake_event_loop.h"
+#include "support/fake_file_system.h"
+#include "support/fake_processes.h"
+#include "support/fake_settings_store.h"
+#include "support/fake_system_info.h"
+
+namespace tonquay::test {
+
+/// A whole world for a test, in memory and on fake time. Each part can be scripted and looked into by itself.
+struct FakeHost {
+    FakeClock clock;
+    FakeDiagnostics log;
+    FakeEventLoop loop{clock};
+    FakeFileSystem files;
+    FakeProcesses processes{loop, files};
+    FakeDialogs dialogs;
+    FakeAudioEngine engine{clock, loop};
+    FakeAcdControl acd;
+    FakeSettingsStore settings;
+    FakeSystemInfo system;
+    FakeDiscs discs;
+
+    platform::Platform platform()
+    {
+        return {files, processes, loop, clock, dialogs, engine, acd, settings, system, log};
+    }
+};
+
+}
