@@ -37,7 +37,7 @@ void CommandKeys::press(state::CommandKey key)
     case state::setupKey: openSetup(settingsTab); break;
     case state::tagUtilityKey: openSetup(tagUtilityTab); break;
     case state::partialKey: openPartialRip(); break;
-    case state::refreshKey: programEnd_.restartThroughLauncher();
+    case state::refreshKey: programEnd_.restartThroughLauncher(); break;
     case state::selectAllKey: disc::selalltrks(main_.list1); break;
     case state::clearAllKey: main_.list1.deselectAll(); break;
     case state::discTagsKey: openDiscTags(); break;

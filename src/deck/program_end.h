@@ -14,7 +14,7 @@ public:
     ProgramEnd(state::AppState& state, state::RipdeckControls& ripdeck, platform::Platform& platform);
 
     /// Starts the launcher, which looks at the disc anew and starts the ripper again, and ends this process at once.
-    [[noreturn]] void restartThroughLauncher();
+    void restartThroughLauncher();
 
 private:
     void stopPreview();
