@@ -1,0 +1,161 @@
+#include "app/program.h"
+#include "support/fake_host.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace tonquay::app {
+namespace {
+
+using controls::MouseButton;
+using testing::IsEmpty;
+using namespace std::chrono_literals;
+
+constexpr std::int32_t second = 176400;
+
+/// The whole program on a disc of three tracks, its list read and every track selected.
+struct WholeProgram : testing::Test {
+    test::FakeHost host;
+    Program program{host.platform()};
+    state::RipdeckControls& main = program.forms().ripdeck();
+
+    WholeProgram()
+    {
+        host.engine.insertDisc(0, {12 * second, 13 * second, 14 * second});
+        host.files.discTracks[L'D'] = 3;
+        host.files.putFolder(L"C:\\CDTONQUAY\\datacd");
+        std::string text = "\"Ann\",\"Light\",3,\"Dawn\",\"Noon\",\"Dusk\"";
+        for (int i = 4; i <= 103; ++i)
+            text += ",\"\"";
+        host.files.put(L"C:\\CDTONQUAY\\audiocd.dat", text + ",\"D\"\r\n");
+        host.files.put(L"C:\\CDTONQUAY\\acdset.ini",
+                       "\"D\",\"C:\\CDTONQUAY\\datacd\",0,0,\"c:\\lame.exe\",0,0,0,0,1,8,\"\",\"\",4,\"0\"\r\n");
+        program.start(L"C:\\CDTONQUAY");
+    }
+
+    void press(state::TransportKey key)
+    {
+        main.icntla[key].mouseDown(MouseButton::left);
+        main.icntla[key].mouseUp(MouseButton::left);
+    }
+
+    void expectWhole(const wchar_t* title, int track, int seconds)
+    {
+        const auto file = host.files.contents(std::wstring(L"C:\\CDTONQUAY\\datacd\\") + title + L".wav");
+        ASSERT_TRUE(file) << title;
+        EXPECT_TRUE(file->substr(44) == test::FakeAudioEngine::pattern(track, seconds * second)) << title;
+    }
+};
+
+TEST_F(WholeProgram, previewThenStopThenRipGivesEveryFile)
+{
+    press(state::playButton);
+    host.loop.runFor(2s);
+    EXPECT_EQ(program.state().flags.previewActive, 1);
+    press(state::stopButton);
+    EXPECT_EQ(program.state().flags.previewActive, 0);
+    EXPECT_EQ(main.list1.selectedCount(), 0);
+    main.image10[state::selectAllKey].mouseUp(MouseButton::left);
+    press(state::startButton);
+    expectWhole(L"Dawn", 0, 12);
+    expectWhole(L"Noon", 1, 13);
+    expectWhole(L"Dusk", 2, 14);
+    EXPECT_TRUE(program.state().flags.encodeOnly == 0 && !main.list1.busyPointer);
+}
+
+TEST_F(WholeProgram, ripThatFindsAPreviewPlayingIsJustAsExact)
+{
+    press(state::playButton);
+    host.loop.runFor(1s);
+    press(state::startButton);
+    expectWhole(L"Dusk", 2, 14);
+}
+
+TEST_F(WholeProgram, stopInTheFirstTrackLeavesItWholeAndNoOthers)
+{
+    host.loop.after(100ms, [&] { press(state::stopButton); });
+    press(state::startButton);
+    expectWhole(L"Dawn", 0, 12);
+    EXPECT_FALSE(host.files.fileExists(L"C:\\CDTONQUAY\\datacd\\Noon.wav"));
+    EXPECT_EQ(program.state().flags.stopRequested, 0);
+    main.image10[state::selectAllKey].mouseUp(MouseButton::left);
+    press(state::startButton);
+    expectWhole(L"Dusk", 2, 14);
+}
+
+TEST_F(WholeProgram, everyKeyPressedInEveryWaitChangesNoSample)
+{
+    // Stop and the keys that end the program or empty the selection have tests of their own.
+    host.loop.onTurn = [&] {
+        for (const state::TransportKey key : {state::previousButton, state::nextButton, state::playButton,
+                                              state::pauseButton, state::ejectButton, state::startButton})
+            press(key);
+        main.Trackprogress.mouseUp(0.5);
+        main.SliderVolume.drag(main.SliderVolume.value() == -100 ? 0 : -100);
+        main.SliderBalance.drag(30);
+        for (const state::CommandKey key :
+             {state::setupKey, state::partialKey, state::selectAllKey, state::discTagsKey, state::ripKey})
+            main.image10[key].mouseUp(MouseButton::left);
+    };
+    press(state::startButton);
+    host.loop.onTurn = nullptr;
+    expectWhole(L"Dawn", 0, 12);
+    expectWhole(L"Noon", 1, 13);
+    expectWhole(L"Dusk", 2, 14);
+    EXPECT_EQ(program.state().flags.ripBusy, 0);
+}
+
+TEST_F(WholeProgram, transportKeysWalkTheListAndShowWhatPlays)
+{
+    main.list1.setCursor(1);
+    press(state::previousButton);
+    EXPECT_EQ(main.Label8.caption.get(), L"0") << "nothing plays, nothing before it";
+    press(state::playButton);
+    EXPECT_EQ(main.Label8.caption.get(), L"2");
+    EXPECT_EQ(main.Label13.caption.get(), L"Noon");
+    press(state::nextButton);
+    press(state::nextButton);
+    EXPECT_EQ(main.Label8.caption.get(), L"3") << "the last one stays";
+    EXPECT_EQ(main.list1.selectedCount(), 3) << "selections are left as they were";
+    press(state::pauseButton);
+    EXPECT_EQ(main.icntla[state::pauseButton].picture.get(), state::runningLook);
+    EXPECT_EQ(main.Label66.caption.get(), L"Pause");
+    press(state::playButton);
+    EXPECT_EQ(host.engine.BASS_ChannelIsActive(program.state().engine.audioStream), platform::AudioEngine::playing);
+    press(state::previousButton);
+    EXPECT_EQ(main.Label8.caption.get(), L"2");
+    main.Trackprogress.mouseUp(0.5);
+    host.loop.runFor(100ms);
+    EXPECT_EQ(main.lblTrackTime.caption.get(), L"00:07");
+    press(state::ejectButton);
+    EXPECT_TRUE(host.engine.drives[0].open);
+    EXPECT_EQ(main.Label8.caption.get(), L"0");
+}
+
+TEST_F(WholeProgram, previewOnTheControlPathGoesToTheControl)
+{
+    program.state().path.ripEngineMode = 1;
+    main.list1.setCursor(0);
+    press(state::playButton);
+    press(state::nextButton);
+    press(state::pauseButton);
+    press(state::playButton);
+    press(state::stopButton);
+    press(state::ejectButton);
+    EXPECT_THAT(host.acd.calls, testing::ElementsAre("PlayTrack(1, 0, -1)", "AbortRip()", "PlayTrack(2, 0, -1)",
+                                                     "PausePlay()", "ResumePlay()", "StopPlay()", "StopPlay()",
+                                                     "AbortRip()", "AbortRip()", "Eject()"));
+}
+
+TEST_F(WholeProgram, twoProgramsLiveSideBySide)
+{
+    test::FakeHost other;
+    Program beside{other.platform()};
+    beside.start(L"C:\\CDTONQUAY");
+    press(state::startButton);
+    EXPECT_THAT(other.files.contents(L"C:\\CDTONQUAY\\datacd\\Dawn.wav"), std::nullopt);
+    expectWhole(L"Dawn", 0, 12);
+}
+
+}
+}
