@@ -1,6 +1,7 @@
 #include "host/discs/sound_file.h"
 
 #include <sndfile.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -27,6 +28,14 @@ struct CloseSound {
     void operator()(SNDFILE* sound) const { sf_close(sound); }
 };
 
+using Sound = std::unique_ptr<SNDFILE, CloseSound>;
+
+Sound openSound(int descriptor, SF_INFO& info)
+{
+    lseek(descriptor, 0, SEEK_SET);
+    return Sound(sf_open_fd(descriptor, SFM_READ, &info, SF_FALSE));
+}
+
 base::Failure refusal(const std::string& path, std::string text)
 {
     return {base::Failure::Kind::invalid, path, std::move(text)};
@@ -36,13 +45,17 @@ base::Failure refusal(const std::string& path, std::string text)
 
 class SoundFile::Decoder {
 public:
-    Decoder(SNDFILE* sound, std::int64_t frames) : sound_(sound), frames_(frames) {}
+    Decoder(int descriptor, Sound sound, std::int64_t frames)
+        : descriptor_(descriptor),
+          sound_(std::move(sound)),
+          frames_(frames)
+    {}
 
     std::int64_t frames() const { return frames_; }
 
     std::size_t read(std::int64_t frame, std::span<std::byte> buffer)
     {
-        if (frame != next_ && sf_seek(sound_.get(), frame, SEEK_SET) != frame) {
+        if (frame != next_ && !moveTo(frame)) {
             next_ = noPosition;
             return 0;
         }
@@ -61,7 +74,6 @@ public:
                 next_ += got;
             }
             if (got != static_cast<sf_count_t>(wanted)) {
-                // What a decoder holds after a failure is unknown; the next read finds its place anew.
                 next_ = noPosition;
                 break;
             }
@@ -70,7 +82,19 @@ public:
     }
 
 private:
-    std::unique_ptr<SNDFILE, CloseSound> sound_;
+    /// After a part that cannot be decoded, a decoder may refuse every further place; a new one does not.
+    bool moveTo(std::int64_t frame)
+    {
+        if (next_ == noPosition) {
+            SF_INFO info{};
+            if (Sound again = openSound(descriptor_, info); again && info.channels == channels)
+                sound_ = std::move(again);
+        }
+        return sf_seek(sound_.get(), frame, SEEK_SET) == frame;
+    }
+
+    int descriptor_;
+    Sound sound_;
     std::int64_t frames_;
     std::int64_t next_ = 0;
     std::vector<short> samples_;
@@ -79,7 +103,7 @@ private:
 base::Result<SoundFile> SoundFile::open(int descriptor, const std::string& path)
 {
     SF_INFO info{};
-    std::unique_ptr<SNDFILE, CloseSound> sound(sf_open_fd(descriptor, SFM_READ, &info, SF_FALSE));
+    Sound sound = openSound(descriptor, info);
     if (!sound)
         return refusal(path, std::string("this is no sound file that can be read: ") + sf_strerror(nullptr));
     const int kind = info.format & SF_FORMAT_TYPEMASK;
@@ -95,7 +119,7 @@ base::Result<SoundFile> SoundFile::open(int descriptor, const std::string& path)
     if (info.frames <= 0 || info.frames > mostFrames)
         return refusal(path, info.frames == 0 ? "there is no sound in this file"
                                               : "the length of this file is not known, or longer than a disc");
-    return SoundFile(std::make_unique<Decoder>(sound.release(), info.frames));
+    return SoundFile(std::make_unique<Decoder>(descriptor, std::move(sound), info.frames));
 }
 
 SoundFile::SoundFile(std::unique_ptr<Decoder> decoder) : decoder_(std::move(decoder)) {}
