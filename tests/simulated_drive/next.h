@@ -1,0 +1,10 @@
+#pragma once
+
+#include <sys/stat.h>
+
+namespace tonquay::simulated {
+
+/// The system's own calls, which lie below those that this library puts in their place.
+int nextStat(const char* path, struct stat* status);
+
+}
