@@ -8,7 +8,7 @@ namespace tonquay::host {
 
 namespace {
 
-constexpr int gainBits = 16;
+constexpr int gainBits = 15;
 constexpr std::int32_t fullGain = 1 << gainBits;
 
 std::int16_t saturated(std::int32_t sample)
@@ -17,10 +17,10 @@ std::int16_t saturated(std::int32_t sample)
     return static_cast<std::int16_t>(std::clamp<std::int32_t>(sample, Limits::min(), Limits::max()));
 }
 
-/// A sample is below 2^15 and a gain at most 2^16, so the product fits; the half rounds to the nearest.
+/// Neither is above 2^15, so the product fits; the half rounds to the nearest.
 std::int32_t scaled(std::int32_t sample, std::int32_t gain)
 {
-    return (sample * (gain / 2) + fullGain / 4) >> (gainBits - 1);
+    return (sample * gain + fullGain / 2) >> gainBits;
 }
 
 }

@@ -171,6 +171,13 @@ public:
 
     std::unique_ptr<LoopTimer> every(std::chrono::milliseconds, std::function<void()>) override { return nullptr; }
 
+    /// Sleeps until something is posted, and runs nothing of it.
+    bool somethingIsPosted()
+    {
+        std::unique_lock lock(mutex_);
+        return posted_.wait_for(lock, std::chrono::seconds{20}, [this] { return !calls_.empty(); });
+    }
+
     /// Runs until `done`; false when that took longer than any of these tests may.
     bool until(const std::function<bool()>& done)
     {
