@@ -1,0 +1,44 @@
+#include "host/audio/thread_reaper.h"
+
+namespace tonquay::host {
+
+ThreadReaper::~ThreadReaper()
+{
+    joinAll(std::chrono::milliseconds{500});
+}
+
+void ThreadReaper::take(std::thread thread, std::future<void> ended)
+{
+    joinEnded();
+    endings_.push_back({std::move(thread), std::move(ended)});
+}
+
+void ThreadReaper::joinAll(std::chrono::milliseconds limit)
+{
+    const auto until = std::chrono::steady_clock::now() + limit;
+    for (Ending& ending : endings_) {
+        if (ending.ended.wait_until(until) == std::future_status::ready)
+            ending.thread.join();
+        else
+            ending.thread.detach();
+    }
+    endings_.clear();
+}
+
+std::size_t ThreadReaper::waiting()
+{
+    joinEnded();
+    return endings_.size();
+}
+
+void ThreadReaper::joinEnded()
+{
+    std::erase_if(endings_, [](Ending& ending) {
+        if (ending.ended.wait_for(std::chrono::seconds{0}) != std::future_status::ready)
+            return false;
+        ending.thread.join();
+        return true;
+    });
+}
+
+}
