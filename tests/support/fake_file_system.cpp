@@ -171,8 +171,8 @@ std::optional<Failure> FakeFileSystem::trouble(Operation operation, std::wstring
 /// Why no file can be made or replaced at `path`, if so.
 std::optional<Failure> FakeFileSystem::cannotPlace(std::wstring_view path) const
 {
-    if (path.empty())
-        return failure(Failure::Kind::notFound, path, "no such file");
+    if (path.empty() || path.find(L'\0') != std::wstring_view::npos)
+        return failure(Failure::Kind::notFound, path, "is no path");
     const std::wstring full = absolute(path);
     if (full[0] != L'C')
         return failure(Failure::Kind::refused, path, "a disc cannot be written");
@@ -308,14 +308,21 @@ Status FakeFileSystem::rename(std::wstring_view from, std::wstring_view to)
     const Entry* entry = find(from);
     if (entry == nullptr || entry->folder)
         return failure(Failure::Kind::notFound, from, "no such file");
-    if (auto bad = cannotPlace(to); bad && bad->text != "is read-only")
-        return *bad;
+    if (kept_.contains(keyOf(from)))
+        return failure(Failure::Kind::refused, from, "is about to be opened by a child process");
+    if (keyOf(from) != keyOf(to)) {
+        if (auto bad = cannotPlace(to))
+            return *bad;
+        if (isHeld(keyOf(to)))
+            return failure(Failure::Kind::refused, to, "is held by a child process");
+    }
     Entry moved = std::move(entries_.at(keyOf(from)));
     entries_.erase(keyOf(from));
-    entries_.erase(keyOf(to));
     Entry& target = make(absolute(to));
     target.bytes = std::move(moved.bytes);
     target.readOnly = moved.readOnly;
+    cleared_.erase(keyOf(from));
+    cleared_.erase(keyOf(to));
     return {};
 }
 
@@ -327,8 +334,13 @@ Status FakeFileSystem::copy(std::wstring_view from, std::wstring_view to)
     const Entry* entry = find(from);
     if (entry == nullptr || entry->folder)
         return failure(Failure::Kind::notFound, from, "no such file");
-    return keyOf(from) == keyOf(to) ? failure(Failure::Kind::invalid, to, "is the same file")
-                                    : writeWhole(to, std::string(entry->bytes));
+    if (keyOf(from) == keyOf(to))
+        return failure(Failure::Kind::invalid, to, "is the same file");
+    const Entry source = *entry;
+    auto done = writeWhole(to, source.bytes);
+    if (done)
+        find(to)->readOnly = source.readOnly;
+    return done;
 }
 
 Status FakeFileSystem::createFolder(std::wstring_view path)
@@ -350,7 +362,7 @@ base::Result<std::vector<std::wstring>> FakeFileSystem::list(std::wstring_view f
     if (!folderExists(folder))
         return failure(Failure::Kind::notFound, folder, "no such folder");
     const std::wstring full = absolute(folder);
-    const std::wstring wanted = base::upper(pattern);
+    const std::wstring wanted = pattern == L"*.*" ? L"*" : base::upper(pattern);
     std::vector<std::wstring> names;
     for (const auto& [key, entry] : entries_)
         if (!entry.folder && folderOf(key) == base::upper(full) && matches(wanted, nameOf(key)))

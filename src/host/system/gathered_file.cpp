@@ -1,0 +1,65 @@
+#include "host/system/gathered_file.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace tonquay::host {
+
+GatheredFile::GatheredFile(Descriptor file, std::string where) : file_(std::move(file)), where_(std::move(where)) {}
+
+GatheredFile::~GatheredFile()
+{
+    static_cast<void>(close());
+}
+
+base::Status GatheredFile::write(std::span<const std::byte> bytes)
+{
+    if (count_ + bytes.size() > gatheredBytes)
+        if (auto done = flush(); !done)
+            return done;
+    if (bytes.size() >= gatheredBytes) {
+        std::size_t written = 0;
+        const auto done = writeAt(file_.get(), bytes, start_, where_, written);
+        start_ += static_cast<std::int64_t>(written);
+        return done;
+    }
+    if (gathered_ == nullptr)
+        gathered_ = std::make_unique_for_overwrite<std::byte[]>(gatheredBytes);
+    std::ranges::copy(bytes, gathered_.get() + count_);
+    count_ += bytes.size();
+    return {};
+}
+
+base::Status GatheredFile::seek(std::int64_t offset)
+{
+    auto done = flush();
+    if (offset < 0)
+        return base::Failure{base::Failure::Kind::invalid, where_, "has no place before its start"};
+    // The move is made also when the flush failed: whoever goes on after that writes where it meant to.
+    start_ = offset;
+    return done;
+}
+
+base::Status GatheredFile::close()
+{
+    if (!file_)
+        return {};
+    const auto flushed = flush();
+    const auto closed = file_.close(where_);
+    return flushed ? closed : flushed;
+}
+
+/// What cannot be written is dropped, and the place stays behind it: a later write does not land where the lost bytes
+/// belong.
+base::Status GatheredFile::flush()
+{
+    if (count_ == 0)
+        return {};
+    std::size_t written = 0;
+    const auto done = writeAt(file_.get(), {gathered_.get(), count_}, start_, where_, written);
+    start_ += static_cast<std::int64_t>(count_);
+    count_ = 0;
+    return done;
+}
+
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace tonquay::host {
+
+/// The files that living child processes work on. On this system nothing keeps a file from being written or deleted
+/// under a program that uses it, so whoever writes or deletes asks here first.
+class HeldFiles {
+public:
+    /// `paths` are the host paths that a child's command names, whether or not they are there.
+    void childStarted(pid_t child, std::vector<std::string> paths);
+    void childEnded(pid_t child);
+
+    /// True when a living child's command names the file, or the child has it open: writing into it would mix two
+    /// writers' bytes.
+    bool inUse(const std::string& path);
+
+    /// True when a living child's command names the file and the child has not opened it yet: deleting it now would
+    /// take it from the child. Once it was opened the child keeps its contents.
+    bool awaited(const std::string& path);
+
+private:
+    struct Named {
+        std::string path;
+        bool opened = false;
+    };
+    struct Child {
+        pid_t process = 0;
+        std::vector<Named> files;
+    };
+
+    void forgetEnded();
+
+    std::vector<Child> children_;
+};
+
+}

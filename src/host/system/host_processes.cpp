@@ -1,0 +1,211 @@
+#include "host/system/host_processes.h"
+
+#include "base/text.h"
+#include "host/system/descriptor.h"
+#include "host/system/spawn.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <sys/pidfd.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tonquay::host {
+
+using base::Failure;
+
+struct HostProcesses::Running {
+    pid_t process = 0;
+    std::string command;
+    std::optional<int> code;
+    Descriptor handle;
+    std::unique_ptr<HostEventLoop::Watch> watch; ///< gone before the handle that it watches
+};
+
+namespace {
+
+constexpr std::wstring_view programEnding = L".exe";
+
+bool isProgramFile(const std::string& path)
+{
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && access(path.c_str(), X_OK) == 0;
+}
+
+bool isDrivePath(std::wstring_view text)
+{
+    const wchar_t letter = text.empty() ? L'\0' : base::upper(text.front());
+    return text.size() >= 3 && letter >= L'A' && letter <= L'Z' && text[1] == L':' && text[2] == L'\\';
+}
+
+/// The folder part of a path with its separator, empty for a bare name.
+std::wstring_view folderPart(std::wstring_view path)
+{
+    return path.substr(0, path.find_last_of(L"\\/:") + 1);
+}
+
+}
+
+HostProcesses::HostProcesses(platform::FileSystem& files, HostEventLoop& loop, platform::Diagnostics& log,
+                             HeldFiles& held, EndActions& endActions, Settings settings)
+    : files_(files),
+      loop_(loop),
+      log_(log),
+      held_(held),
+      endActions_(endActions),
+      settings_(std::move(settings))
+{}
+
+HostProcesses::~HostProcesses() = default;
+
+base::Result<platform::Processes::Child> HostProcesses::start(std::wstring_view command, WindowStyle)
+{
+    const std::string text = base::utf8(command);
+    if (command.find(L'\0') != std::wstring_view::npos)
+        return failed({Failure::Kind::invalid, text.substr(0, text.find('\0')), "holds a character without a place"});
+    // Only a path may hold blanks; of a bare name the first word is all there is to look for.
+    const auto split = splitCommand(command, [&](std::wstring_view path) {
+        const bool bareWithBlanks = folderPart(path).empty() && path.find_first_of(L" \t") != std::wstring_view::npos;
+        return !bareWithBlanks && !findProgram(path).empty();
+    });
+    if (!split)
+        return failed({Failure::Kind::notFound, text, "names no program"});
+    return startSplit(*split, text);
+}
+
+base::Result<platform::Processes::Child> HostProcesses::startSplit(const CommandText& command, std::string commandText)
+{
+    SpawnRequest request;
+    request.program = findProgram(command.program);
+    if (request.program.empty())
+        return failed({Failure::Kind::notFound, commandText, "there is no such program"});
+    const std::wstring folder = files_.currentFolder();
+    if (!files_.folderExists(folder))
+        return failed({Failure::Kind::notFound, commandText, "its folder is gone: " + files_.hostPath(folder)});
+    request.folder = files_.hostPath(folder);
+    request.outputFile = settings_.outputFile;
+    std::vector<std::string> named;
+    request.arguments = hostArguments(command, named);
+
+    const auto process = spawn(request);
+    if (!process)
+        return failed({process.failure().kind, commandText, process.failure().text});
+    held_.childStarted(*process, std::move(named));
+
+    const auto child = std::make_shared<Running>();
+    child->process = *process;
+    child->command = std::move(commandText);
+    child->handle = Descriptor(pidfd_open(*process, 0));
+    if (child->handle)
+        child->watch = loop_.watch(child->handle.get(), [this, child = std::weak_ptr(child)] {
+            if (const auto ended = child.lock())
+                collect(*ended);
+        });
+    children_[++last_] = child;
+    return last_;
+}
+
+base::Result<platform::Processes::Child> HostProcesses::failed(Failure failure)
+{
+    log_.line("processes", base::describe(failure));
+    return failure;
+}
+
+/// The host path of a program, empty when there is none of that name.
+std::string HostProcesses::findProgram(std::wstring_view program)
+{
+    const bool bare = folderPart(program).empty();
+    for (const std::wstring& name : {std::wstring(program), std::wstring(program).append(programEnding)}) {
+        const std::string found = bare ? findBare(name) : files_.hostPath(name);
+        if (isProgramFile(found))
+            return found;
+    }
+    return {};
+}
+
+std::string HostProcesses::findBare(std::wstring_view name)
+{
+    for (const std::wstring& folder : {std::wstring(L"C:\\CDTONQUAY"), files_.currentFolder()})
+        if (const std::string path = files_.hostPath(folder + L'\\' + std::wstring(name)); isProgramFile(path))
+            return path;
+    for (std::string_view rest = settings_.searchPath; !rest.empty();) {
+        const std::size_t end = std::min(rest.find(':'), rest.size());
+        const std::wstring folder = files_.programPath(rest.substr(0, end));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+        if (folder.empty())
+            continue;
+        if (const std::string path = files_.hostPath(folder + L'\\' + std::wstring(name)); isProgramFile(path))
+            return path;
+    }
+    return {};
+}
+
+/// The arguments as the program gets them. `named` takes the host paths of all files that they may mean.
+std::vector<std::string> HostProcesses::hostArguments(const CommandText& command, std::vector<std::string>& named)
+{
+    std::vector<std::string> arguments;
+    const auto add = [&](const std::wstring& text) {
+        const std::string path = files_.hostPath(text);
+        arguments.push_back(isDrivePath(text) ? path : base::utf8(text));
+        if (!text.empty() && !text.starts_with(L'-'))
+            named.push_back(path);
+    };
+    for (const CommandWord& word : command.arguments) {
+        const std::wstring_view folder = folderPart(word.text);
+        const auto names = word.wildcard ? files_.list(folder.empty() ? std::wstring_view(L".") : folder,
+                                                       std::wstring_view(word.text).substr(folder.size()))
+                                         : base::Result<std::vector<std::wstring>>(std::vector<std::wstring>{});
+        if (!names || names->empty())
+            add(word.text);
+        else
+            for (const std::wstring& name : *names)
+                add(std::wstring(folder) + name);
+    }
+    return arguments;
+}
+
+std::optional<int> HostProcesses::exitCode(Child child)
+{
+    const auto found = children_.find(child);
+    if (found == children_.end())
+        return 0;
+    collect(*found->second);
+    const auto code = found->second->code;
+    if (code)
+        children_.erase(found);
+    return code;
+}
+
+/// Takes a child's end, if it has ended. No zombie stays, whether or not anybody asks for the code.
+void HostProcesses::collect(Running& child)
+{
+    if (child.code)
+        return;
+    int status = 0;
+    const pid_t answer = waitpid(child.process, &status, WNOHANG);
+    if (answer == 0 || (answer < 0 && errno == EINTR))
+        return;
+    if (answer < 0)
+        child.code = 0;
+    else
+        child.code = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+    child.watch.reset();
+    child.handle = Descriptor();
+    held_.childEnded(child.process);
+    if (answer > 0 && WIFSIGNALED(status))
+        log_.line("processes", child.command + ": ended by signal " + std::to_string(WTERMSIG(status)));
+    else if (*child.code != 0)
+        log_.line("processes", child.command + ": ended with status " + std::to_string(*child.code));
+}
+
+void HostProcesses::endProgram(int status)
+{
+    endActions_.run();
+    std::fflush(stdout);
+    std::_Exit(status);
+}
+
+}

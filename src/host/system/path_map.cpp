@@ -1,0 +1,202 @@
+#include "host/system/path_map.h"
+
+#include "base/text.h"
+
+#include <algorithm>
+#include <dirent.h>
+#include <memory>
+#include <sys/stat.h>
+
+namespace tonquay::host {
+
+namespace {
+
+constexpr std::wstring_view programFolderName = L"CDTONQUAY";
+constexpr wchar_t backslashStandIn = 0xF05C;
+constexpr wchar_t colonStandIn = 0xF03A;
+
+struct CloseFolder {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+bool isThere(const std::string& path)
+{
+    struct stat status {};
+    return lstat(path.c_str(), &status) == 0;
+}
+
+std::string joined(const std::string& folder, std::string_view name)
+{
+    std::string path = folder;
+    if (!path.ends_with('/'))
+        path += '/';
+    return path.append(name);
+}
+
+/// The name in `folder` that matches but for its case, the first in byte order; nothing when there is none.
+std::optional<std::string> findName(const std::string& folder, std::wstring_view name)
+{
+    const std::unique_ptr<DIR, CloseFolder> open(opendir(folder.c_str()));
+    if (open == nullptr)
+        return std::nullopt;
+    const std::wstring wanted = base::upper(name);
+    std::optional<std::string> best;
+    while (const dirent* entry = readdir(open.get())) {
+        const std::string_view found = entry->d_name;
+        // Most names of a large folder differ in their first letter; they are told without decoding them.
+        const auto first = static_cast<unsigned char>(found.front());
+        if (first < 0x80 && base::upper(static_cast<wchar_t>(first)) != wanted.front() && first != '\\' && first != ':')
+            continue;
+        if ((!best || found < *best) && base::upper(programName(found)) == wanted)
+            best = found;
+    }
+    return best;
+}
+
+void appendNames(std::vector<std::wstring>& names, std::wstring_view path)
+{
+    while (!path.empty()) {
+        const std::size_t end = std::min(path.find(L'\\'), path.size());
+        const std::wstring_view name = path.substr(0, end);
+        if (name == L"..") {
+            if (!names.empty())
+                names.pop_back();
+        } else if (!name.empty() && name != L".") {
+            names.emplace_back(name);
+        }
+        path.remove_prefix(std::min(end + 1, path.size()));
+    }
+}
+
+std::string withoutEndSlash(std::string path)
+{
+    while (path.size() > 1 && path.ends_with('/'))
+        path.pop_back();
+    return path;
+}
+
+/// What lies below `folder` in `path`, without a leading slash; nothing when `path` is elsewhere.
+std::optional<std::string_view> below(const std::string& folder, std::string_view path)
+{
+    if (folder.empty() || !path.starts_with(folder))
+        return std::nullopt;
+    const std::string_view rest = path.substr(folder.size());
+    if (!rest.empty() && !folder.ends_with('/') && rest.front() != '/')
+        return std::nullopt;
+    return rest.substr(std::min(rest.find_first_not_of('/'), rest.size()));
+}
+
+}
+
+std::wstring programName(std::string_view hostName)
+{
+    return base::replaced(base::replaced(base::fromHostBytes(hostName), L'\\', backslashStandIn), L':', colonStandIn);
+}
+
+std::string hostName(std::wstring_view programName)
+{
+    return base::utf8(base::replaced(base::replaced(programName, backslashStandIn, L'\\'), colonStandIn, L':'));
+}
+
+std::wstring Place::text() const
+{
+    std::wstring path = std::wstring(1, drive) + L':';
+    for (const std::wstring& name : names)
+        path.append(L"\\").append(name);
+    return names.empty() ? path + L'\\' : path;
+}
+
+PathMap::PathMap(Drives drives) : drives_(std::move(drives))
+{
+    drives_.root = withoutEndSlash(drives_.root);
+    drives_.programFolder = withoutEndSlash(drives_.programFolder);
+}
+
+std::optional<Place> PathMap::place(std::wstring_view path) const
+{
+    if (path.empty() || path.find(L'\0') != std::wstring_view::npos)
+        return std::nullopt;
+    const std::wstring text = base::replaced(path, L'/', L'\\');
+    std::wstring_view rest = text;
+    Place place;
+    place.drive = drive_;
+    if (rest.size() >= 2 && rest[1] == L':') {
+        place.drive = base::upper(rest[0]);
+        if (place.drive < L'A' || place.drive > L'Z')
+            return std::nullopt;
+        rest.remove_prefix(2);
+    }
+    if (!rest.starts_with(L'\\'))
+        if (const auto folder = folders_.find(place.drive); folder != folders_.end())
+            place.names = folder->second;
+    appendNames(place.names, rest);
+    return place;
+}
+
+std::string PathMap::host(const Place& place) const
+{
+    std::string path = drives_.root;
+    auto next = place.names.begin();
+    if (next != place.names.end() && !drives_.programFolder.empty() && base::sameText(*next, programFolderName)) {
+        path = drives_.programFolder;
+        ++next;
+    }
+    std::string exact = path;
+    for (auto name = next; name != place.names.end(); ++name)
+        exact = joined(exact, hostName(*name));
+    if (isThere(exact))
+        return exact;
+
+    for (; next != place.names.end(); ++next) {
+        const std::string asGiven = joined(path, hostName(*next));
+        if (isThere(asGiven)) {
+            path = asGiven;
+            continue;
+        }
+        const auto found = findName(path, *next);
+        if (!found)
+            break;
+        path = joined(path, *found);
+    }
+    for (; next != place.names.end(); ++next)
+        path = joined(path, hostName(*next));
+    return path;
+}
+
+std::optional<Place> PathMap::program(std::string_view hostPath) const
+{
+    Place place;
+    auto rest = below(drives_.programFolder, hostPath);
+    if (rest)
+        place.names.emplace_back(programFolderName);
+    else
+        rest = below(drives_.root, hostPath);
+    if (!rest)
+        return std::nullopt;
+    while (!rest->empty()) {
+        const std::size_t end = std::min(rest->find('/'), rest->size());
+        const std::string_view name = rest->substr(0, end);
+        if (!name.empty() && name != ".")
+            place.names.push_back(programName(name));
+        rest->remove_prefix(std::min(end + 1, rest->size()));
+    }
+    return place;
+}
+
+int PathMap::discTracks(wchar_t drive) const
+{
+    return drive >= L'D' && drives_.discTracks ? drives_.discTracks(drive) : -1;
+}
+
+Place PathMap::currentFolder() const
+{
+    const auto folder = folders_.find(drive_);
+    return {drive_, folder == folders_.end() ? std::vector<std::wstring>{} : folder->second};
+}
+
+void PathMap::setCurrentFolder(const Place& folder)
+{
+    folders_[folder.drive] = folder.names;
+}
+
+}
