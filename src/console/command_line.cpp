@@ -289,6 +289,11 @@ base::Result<Command> parseCommandLine(const std::vector<std::string>& arguments
         return Command{Answer{app.help()}};
     } catch (const CLI::CallForVersion& version) {
         return Command{Answer{std::string(version.what()) + '\n'}};
+    } catch (const CLI::RequiredError&) {
+        const std::string unknown = arguments.empty() || arguments.front().starts_with('-')
+                                        ? std::string("name a command")
+                                        : fmt::format("\"{}\" is no command", shownBytes(arguments.front()));
+        return wrong(unknown + ": rip, list, drives, tags, towav; 'tonquay --help' tells more");
     } catch (const CLI::Error& error) {
         return wrong(shownBytes(error.what()));
     }

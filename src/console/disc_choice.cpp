@@ -110,8 +110,7 @@ base::Result<DriveDescription> chooseDrive(const std::vector<DriveDescription>& 
     });
     if (chosen == drives.end()) {
         const bool letter = choice.kind == DiscChoice::Kind::letter;
-        return Failure{Failure::Kind::notFound,
-                       letter ? std::string(1, static_cast<char>(choice.letter)) + ':' : choice.path,
+        return Failure{Failure::Kind::notFound, letter ? std::string(1, static_cast<char>(choice.letter)) : choice.path,
                        letter ? "there is no drive of this letter; 'tonquay drives' lists them"
                               : "this is no drive that discs can be read with"};
     }

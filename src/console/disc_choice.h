@@ -22,7 +22,7 @@ struct DiscChoice {
 
     Kind kind = Kind::any;
     wchar_t letter = 0; ///< upper case, for Kind::letter
-    std::string path;   ///< as typed, for image and device
+    std::string path{}; ///< as typed, for image and device
 };
 
 /// Reads `DISC` of the command line. `E`, `e:` and `E:\` are a letter; `./E` is a path.

@@ -55,7 +55,9 @@ std::string listTable(const platform::DiscTable& table)
         const platform::DiscTrack& track = table.tracks[i];
         const std::string title = i < table.names.titles.size() ? shown(table.names.titles[i]) : std::string{};
         text += fmt::format(row, track.number, clockText(wholeSeconds(track.sectorCount)), megabytes(track),
-                            track.audio ? title : "[data] " + title);
+                            track.audio     ? title
+                            : title.empty() ? "[data]"
+                                            : "[data] " + title);
     }
     return text;
 }
