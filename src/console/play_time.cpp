@@ -1,0 +1,32 @@
+#include "console/play_time.h"
+
+#include "base/numbers.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace tonquay::console {
+
+int wholeSeconds(std::int64_t sectors)
+{
+    return static_cast<int>(base::roundHalfEven(static_cast<double>(sectors) / sectorsPerSecond));
+}
+
+std::string clockText(std::int64_t seconds)
+{
+    seconds = std::max<std::int64_t>(0, seconds);
+    if (seconds < 3600)
+        return fmt::format("{}:{:02}", seconds / 60, seconds % 60);
+    return fmt::format("{}:{:02}:{:02}", seconds / 3600, seconds % 3600 / 60, seconds % 60);
+}
+
+std::string speedText(double playSeconds, std::chrono::duration<double> taken)
+{
+    constexpr double leastTime = 1e-6;
+    if (taken.count() < leastTime)
+        return "-";
+    return fmt::format("{:.1f}x", playSeconds / taken.count());
+}
+
+}

@@ -1,0 +1,184 @@
+#include "console/wav_verdict.h"
+
+#include "console/crc32.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <span>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tonquay::console {
+
+namespace {
+
+constexpr std::size_t headerBytes = 44;
+using Header = std::array<std::byte, headerBytes>;
+
+class ReadOnlyFile {
+public:
+    // A pipe or a device of that name must not make the look wait.
+    explicit ReadOnlyFile(const std::filesystem::path& path)
+        : descriptor_(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
+    {}
+    ~ReadOnlyFile()
+    {
+        if (isOpen())
+            ::close(descriptor_);
+    }
+    ReadOnlyFile(const ReadOnlyFile&) = delete;
+    ReadOnlyFile& operator=(const ReadOnlyFile&) = delete;
+
+    bool isOpen() const { return descriptor_ >= 0; }
+
+    std::optional<std::int64_t> regularLength() const
+    {
+        struct stat facts {};
+        if (::fstat(descriptor_, &facts) != 0 || !S_ISREG(facts.st_mode))
+            return std::nullopt;
+        return facts.st_size;
+    }
+
+    /// False at the end of the file and on an error alike.
+    bool read(std::span<std::byte> buffer) const
+    {
+        while (!buffer.empty()) {
+            const ssize_t got = ::read(descriptor_, buffer.data(), buffer.size());
+            if (got < 0 && errno == EINTR)
+                continue;
+            if (got <= 0)
+                return false;
+            buffer = buffer.subspan(static_cast<std::size_t>(got));
+        }
+        return true;
+    }
+
+private:
+    int descriptor_;
+};
+
+std::uint32_t littleEndian(const Header& header, std::size_t offset, std::size_t bytes)
+{
+    std::uint32_t value = 0;
+    for (std::size_t i = bytes; i > 0; --i)
+        value = value << 8 | std::to_integer<std::uint32_t>(header[offset + i - 1]);
+    return value;
+}
+
+struct Mark {
+    std::size_t offset;
+    std::string_view text;
+};
+
+constexpr std::array marks{Mark{0, "RIFF"}, Mark{8, "WAVE"}, Mark{12, "fmt "}, Mark{36, "data"}};
+
+struct Field {
+    std::size_t offset;
+    std::size_t bytes;
+    std::uint32_t value;
+    std::string_view name;
+};
+
+constexpr std::array fields{
+    Field{16, 4, 16, "size of the format"},   Field{20, 2, 1, "format"},
+    Field{22, 2, 2, "number of channels"},    Field{24, 4, 44100, "sample rate"},
+    Field{28, 4, 176400, "bytes per second"}, Field{32, 2, 4, "bytes per frame"},
+    Field{34, 2, 16, "bits per sample"},
+};
+
+constexpr std::size_t riffSizeOffset = 4;
+constexpr std::size_t dataSizeOffset = 40;
+
+std::string headerProblem(const Header& header, std::int64_t sampleBytes)
+{
+    for (const Mark& mark : marks)
+        if (std::memcmp(&header[mark.offset], mark.text.data(), mark.text.size()) != 0)
+            return fmt::format("its header has no \"{}\" at byte {}", mark.text, mark.offset);
+    for (const Field& field : fields) {
+        const std::uint32_t value = littleEndian(header, field.offset, field.bytes);
+        if (value != field.value)
+            return fmt::format("the {} in its header is {} instead of {}", field.name, value, field.value);
+    }
+    const std::int64_t dataSize = littleEndian(header, dataSizeOffset, 4);
+    const std::int64_t riffSize = littleEndian(header, riffSizeOffset, 4);
+    if (dataSize == 0 && sampleBytes != 0)
+        return "its header tells of no samples: the writing was broken off";
+    if (dataSize != sampleBytes)
+        return fmt::format("its header tells of {} bytes of samples, the track has {}", dataSize, sampleBytes);
+    if (riffSize != dataSize + 36)
+        return fmt::format("the size at the start of its header is {} instead of {}", riffSize, dataSize + 36);
+    return {};
+}
+
+std::optional<std::uint32_t> sampleCrc(const ReadOnlyFile& file, std::int64_t sampleBytes)
+{
+    std::vector<std::byte> buffer(std::size_t{1} << 18);
+    std::uint32_t crc = 0;
+    for (std::int64_t left = sampleBytes; left > 0;) {
+        const auto size = static_cast<std::size_t>(std::min<std::int64_t>(left, std::ssize(buffer)));
+        const std::span<std::byte> block(buffer.data(), size);
+        if (!file.read(block))
+            return std::nullopt;
+        crc = crc32(crc, block);
+        left -= static_cast<std::int64_t>(size);
+    }
+    return crc;
+}
+
+WavVerdict broken(std::string text)
+{
+    return {false, std::move(text), 0};
+}
+
+}
+
+WavVerdict judgeWav(const std::filesystem::path& path, const WavExpectation& expected)
+{
+    const ReadOnlyFile file(path);
+    if (!file.isOpen()) {
+        const int error = errno;
+        return broken(error == ENOENT ? "the file was not made"
+                                      : "the file cannot be opened: " + std::generic_category().message(error));
+    }
+    const std::optional<std::int64_t> length = file.regularLength();
+    if (!length)
+        return broken("this is no file");
+
+    // The reader is asked first: an older whole file of the same length may stand under this name.
+    if (expected.bytesRead != expected.sampleBytes)
+        return broken(
+            fmt::format("{} of {} bytes could be read from the disc", expected.bytesRead, expected.sampleBytes));
+
+    Header header{};
+    if (*length < std::ssize(header) || !file.read(header))
+        return broken(fmt::format("the file ends in its header, after {} bytes", *length));
+    const std::string problem = headerProblem(header, expected.sampleBytes);
+    if (!problem.empty())
+        return broken(problem);
+
+    const std::int64_t tail = *length - wavFileBytes(expected.sampleBytes);
+    if (tail < 0)
+        return broken(fmt::format("{} bytes of samples are missing at its end", -tail));
+    if (expected.crc) {
+        const std::optional<std::uint32_t> crc = sampleCrc(file, expected.sampleBytes);
+        if (!crc)
+            return broken("the file cannot be read back");
+        if (*crc != *expected.crc)
+            return broken(
+                fmt::format("its samples (CRC-32 {:08X}) are not those that were read ({:08X})", *crc, *expected.crc));
+    }
+    if (tail > 0)
+        return {true, fmt::format("{} bytes of an older, longer file stand behind its samples", tail), tail};
+    return {true, {}, 0};
+}
+
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace tonquay::console {
+
+/// What a track's WAV file must hold, and what its reader said of it.
+struct WavExpectation {
+    std::int64_t sampleBytes = 0;       ///< by the disc's table: sectors * 2352
+    std::int64_t bytesRead = 0;         ///< that the reader delivered while this file was written
+    std::optional<std::uint32_t> crc{}; ///< of the samples as they were read; the file is read back when it is set
+};
+
+struct WavVerdict {
+    bool whole = false;
+    std::string text{};           ///< what is wrong, without the file's name; for a whole file a remark, mostly empty
+    std::int64_t foreignTail = 0; ///< bytes behind the samples that an older, longer file left there
+};
+
+/// Looks at the finished file and tells whether it is whole: a canonical 44-byte header (RIFF WAVE, PCM, 44100 Hz,
+/// 16 bits, two channels) whose sizes are the track's, and as many sample bytes behind it. Any program plays a file
+/// with a foreign tail right, so that counts as whole and is only remarked on.
+///
+/// Reads 44 bytes, or the whole file when `crc` is set. Never fails; a file that cannot be read is not whole.
+WavVerdict judgeWav(const std::filesystem::path& file, const WavExpectation& expected);
+
+/// A WAV file of that many sample bytes, header included.
+constexpr std::int64_t wavFileBytes(std::int64_t sampleBytes)
+{
+    return sampleBytes + 44;
+}
+
+}

@@ -1,0 +1,143 @@
+#include "console/wav_verdict.h"
+
+#include "console/crc32.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+
+#include <stdlib.h>
+#include <sys/stat.h>
+
+namespace tonquay::console {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::uint32_t crcOf(std::string_view text)
+{
+    return crc32(0, std::as_bytes(std::span(text)));
+}
+
+class WavVerdictTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        std::string name = (fs::temp_directory_path() / "tonquay-verdict-XXXXXX").string();
+        ASSERT_NE(::mkdtemp(name.data()), nullptr);
+        folder = name;
+    }
+    void TearDown() override { fs::remove_all(folder); }
+
+    fs::path folder;
+};
+
+void put(std::string& file, std::size_t offset, std::uint32_t value, std::size_t bytes = 4)
+{
+    for (std::size_t i = 0; i < bytes; ++i)
+        file[offset + i] = static_cast<char>(value >> (8 * i) & 0xFF);
+}
+
+std::string samples()
+{
+    std::string text(2352 * 3, '\0');
+    for (std::size_t i = 0; i < text.size(); ++i)
+        text[i] = static_cast<char>(i * 31 + i / 256);
+    return text;
+}
+
+std::string wholeFile()
+{
+    std::string file = "RIFF....WAVEfmt ........................data....";
+    file.resize(44);
+    const auto size = static_cast<std::uint32_t>(samples().size());
+    put(file, 4, size + 36);
+    put(file, 16, 16);
+    put(file, 20, 1, 2);
+    put(file, 22, 2, 2);
+    put(file, 24, 44100);
+    put(file, 28, 176400);
+    put(file, 32, 4, 2);
+    put(file, 34, 16, 2);
+    file.replace(36, 4, "data");
+    put(file, 40, size);
+    return file + samples();
+}
+
+TEST_F(WavVerdictTest, brokenFilesAreToldFromWholeOnes)
+{
+    const std::int64_t size = static_cast<std::int64_t>(samples().size());
+    const WavExpectation plain{.sampleBytes = size, .bytesRead = size, .crc = crcOf(samples())};
+    const WavExpectation unread{.sampleBytes = size, .bytesRead = 0, .crc = std::nullopt};
+    const WavExpectation halfRead{.sampleBytes = size, .bytesRead = 2352, .crc = std::nullopt};
+    const WavExpectation otherCrc{.sampleBytes = size, .bytesRead = size, .crc = 1};
+    const WavExpectation longer{.sampleBytes = size + 2352, .bytesRead = size + 2352, .crc = std::nullopt};
+    const auto changed = [](std::size_t offset, std::uint32_t value, std::size_t bytes) {
+        std::string file = wholeFile();
+        put(file, offset, value, bytes);
+        return file;
+    };
+    const struct {
+        const char* what;
+        std::string bytes;
+        WavExpectation expected;
+        bool whole;
+        const char* says;
+    } cases[] = {
+        {"whole", wholeFile(), plain, true, ""},
+        {"an older tail", wholeFile() + std::string(100, 'x'), plain, true, "100 bytes of an older, longer file"},
+        {"empty", "", plain, false, "ends in its header, after 0 bytes"},
+        {"in the header", wholeFile().substr(0, 43), plain, false, "after 43 bytes"},
+        {"header alone", wholeFile().substr(0, 44), plain, false, "7056 bytes of samples are missing"},
+        {"one byte short", wholeFile().substr(0, wholeFile().size() - 1), plain, false, "1 bytes of samples"},
+        {"no RIFF", "XXXX" + wholeFile().substr(4), plain, false, "\"RIFF\""},
+        {"no data chunk", changed(36, 0x5453494C, 4), plain, false, "\"data\" at byte 36"},
+        {"sizes never filled in", changed(40, 0, 4), plain, false, "broken off"},
+        {"data size short", changed(40, 7055, 4), plain, false, "7055 bytes of samples, the track has 7056"},
+        {"data size huge", changed(40, 0xFFFFFFFF, 4), plain, false, "4294967295"},
+        {"RIFF size wrong", changed(4, 7056, 4), plain, false, "size at the start"},
+        {"mono", changed(22, 1, 2), plain, false, "number of channels in its header is 1"},
+        {"48 kHz", changed(24, 48000, 4), plain, false, "sample rate"},
+        {"8 bits", changed(34, 8, 2), plain, false, "bits per sample"},
+        {"float samples", changed(20, 3, 2), plain, false, "format"},
+        {"a sample changed on its way", changed(5000, 0xAAAAAAAA, 4), plain, false, "not those that were read"},
+        {"another checksum", wholeFile(), otherCrc, false, "00000001"},
+        {"nothing read, an older whole file there", wholeFile(), unread, false, "0 of 7056 bytes could be read"},
+        {"half read", wholeFile(), halfRead, false, "2352 of 7056"},
+        {"a shorter track than the disc's", wholeFile(), longer, false, "7056 bytes of samples, the track has 9408"},
+    };
+    for (const auto& c : cases) {
+        const fs::path file = folder / "t.wav";
+        std::ofstream(file, std::ios::binary | std::ios::trunc) << c.bytes;
+        const WavVerdict verdict = judgeWav(file, c.expected);
+        EXPECT_EQ(verdict.whole, c.whole) << c.what << ": " << verdict.text;
+        EXPECT_THAT(verdict.text, testing::HasSubstr(c.says)) << c.what;
+        EXPECT_EQ(verdict.text.empty(), *c.says == '\0') << c.what << ": " << verdict.text;
+    }
+}
+
+TEST_F(WavVerdictTest, whatIsNoFileIsNotWhole)
+{
+    const WavExpectation nothing{};
+    EXPECT_THAT(judgeWav(folder / "none.wav", nothing).text, testing::HasSubstr("was not made"));
+    EXPECT_FALSE(judgeWav(folder, nothing).whole);
+    const fs::path pipe = folder / "pipe.wav";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(judgeWav(pipe, nothing).whole);
+}
+
+TEST(Crc32, isTheOneOfZipWhateverTheBlocks)
+{
+    EXPECT_EQ(crcOf("123456789"), 0xCBF43926u);
+    EXPECT_EQ(crcOf(""), 0u);
+    const std::string text = samples();
+    for (const std::size_t cut : {1u, 7u, 8u, 9u, 1000u, 7055u}) {
+        const std::uint32_t first = crcOf(text.substr(0, cut));
+        EXPECT_EQ(crc32(first, std::as_bytes(std::span(std::string_view(text).substr(cut)))), crcOf(text)) << cut;
+    }
+}
+
+}
+}
