@@ -1,14 +1,65 @@
 #include "console/run.h"
+#include "host/real/real_host.h"
+#include "host/system/music_folder.h"
+#include "host/system/places.h"
 
 #include <csignal>
+#include <cstdlib>
 
 using namespace tonquay;
 
 namespace {
 
-base::Result<std::unique_ptr<console::Host>> makeHost(const console::DiscChoice&)
+/// The drives that a choice is made among: a named image or device is the only one; else the images that the user has
+/// opened, and the machine's drives.
+host::DriveSources sourcesFor(const console::DiscChoice& choice)
 {
-    return base::Failure{base::Failure::Kind::unavailable, {}, "this build was made without a host; it reads no discs"};
+    host::DriveSources sources;
+    switch (choice.kind) {
+    case console::DiscChoice::Kind::image:
+        sources.images = {choice.path};
+        sources.machine = false;
+        break;
+    case console::DiscChoice::Kind::device:
+        sources.devices = {choice.path};
+        sources.machine = false;
+        break;
+    default:
+        if (const char* discs = std::getenv("TONQUAY_DISCS"))
+            sources.images = host::openedImages(discs);
+        break;
+    }
+    return sources;
+}
+
+class ThisSystem final : public console::Host {
+public:
+    explicit ThisSystem(const console::DiscChoice& choice) : real_(sourcesFor(choice)) {}
+
+    platform::Discs& discs() override { return real_.discs(); }
+
+    base::Result<platform::Platform> open(console::RunListener listener) override
+    {
+        const base::Status opened = real_.open({.programFolder = {},
+                                                .say = std::move(listener.say),
+                                                .diagnose = std::move(listener.diagnose),
+                                                .interrupt = std::move(listener.interrupt),
+                                                .decodeEnd = std::move(listener.decodeEnd)});
+        if (!opened)
+            return opened.failure();
+        return real_.platform();
+    }
+
+    std::string savedSettingsFolder() override { return host::places().programFolder; }
+    std::string musicFolder() override { return host::musicFolder(); }
+
+private:
+    host::RealHost real_;
+};
+
+base::Result<std::unique_ptr<console::Host>> makeHost(const console::DiscChoice& choice)
+{
+    return std::unique_ptr<console::Host>(std::make_unique<ThisSystem>(choice));
 }
 
 }

@@ -3,6 +3,7 @@
 #include "console/command_line.h"
 #include "console/disc_json.h"
 #include "console/disc_tables.h"
+#include "console/rip_command.h"
 #include "console/screen_text.h"
 
 #include <algorithm>
@@ -23,31 +24,39 @@ ExitStatus answer(Screen& screen, const Answer& answer)
     return ExitStatus::good;
 }
 
-ExitStatus list(Screen& screen, const HostFactory& makeHost, const ListOptions& options)
+/// The disc that a command is about, in its drive.
+struct ChosenDisc {
+    std::unique_ptr<Host> host;
+    wchar_t driveLetter;
+    platform::DiscTable table;
+};
+
+base::Result<ChosenDisc> openDisc(const HostFactory& makeHost, const std::string& disc)
 {
-    const DiscChoice choice = discChoice(options.disc);
-    const base::Status sensible = checkChoice(choice);
-    if (!sensible) {
-        complain(screen, sensible.failure());
-        return ExitStatus::noDisc;
-    }
+    const DiscChoice choice = discChoice(disc);
+    if (const base::Status sensible = checkChoice(choice); !sensible)
+        return sensible.failure();
     base::Result<std::unique_ptr<Host>> host = makeHost(choice);
-    if (!host) {
-        complain(screen, host.failure());
-        return ExitStatus::noDisc;
-    }
+    if (!host)
+        return host.failure();
     platform::Discs& discs = (*host)->discs();
     const base::Result<platform::DriveDescription> drive = chooseDrive(discs.drives(), choice);
-    if (!drive) {
-        complain(screen, drive.failure());
+    if (!drive)
+        return drive.failure();
+    base::Result<platform::DiscTable> table = discs.read(drive->letter);
+    if (!table)
+        return table.failure();
+    return ChosenDisc{std::move(*host), drive->letter, std::move(*table)};
+}
+
+ExitStatus list(Screen& screen, const HostFactory& makeHost, const ListOptions& options)
+{
+    const base::Result<ChosenDisc> disc = openDisc(makeHost, options.disc);
+    if (!disc) {
+        complain(screen, disc.failure());
         return ExitStatus::noDisc;
     }
-    const base::Result<platform::DiscTable> table = discs.read(drive->letter);
-    if (!table) {
-        complain(screen, table.failure());
-        return ExitStatus::noDisc;
-    }
-    screen.write(options.json ? listJson(*table) : listTable(*table));
+    screen.write(options.json ? listJson(disc->table) : listTable(disc->table));
     return ExitStatus::good;
 }
 
@@ -70,10 +79,14 @@ ExitStatus drives(Screen& screen, const HostFactory& makeHost, const DrivesOptio
     return ExitStatus::noDisc;
 }
 
-ExitStatus rip(Screen& screen, const RipOptions&)
+ExitStatus ripDisc(Screen& screen, const HostFactory& makeHost, const RipOptions& options)
 {
-    screen.complain("tonquay: rip: not available yet in this version");
-    return ExitStatus::usage;
+    const base::Result<ChosenDisc> disc = openDisc(makeHost, options.disc);
+    if (!disc) {
+        complain(screen, disc.failure());
+        return ExitStatus::noDisc;
+    }
+    return rip(screen, options, *disc->host, disc->driveLetter, disc->table);
 }
 
 }
@@ -93,7 +106,7 @@ ExitStatus run(const std::vector<std::string>& arguments, Screen& screen, const 
             else if constexpr (std::is_same_v<Options, DrivesOptions>)
                 return drives(screen, makeHost, options);
             else if constexpr (std::is_same_v<Options, RipOptions>)
-                return rip(screen, options);
+                return ripDisc(screen, makeHost, options);
             else
                 return answer(screen, options);
         },

@@ -3,6 +3,7 @@
 #include "base/result.h"
 #include "console/disc_choice.h"
 #include "console/exit_status.h"
+#include "console/run_host.h"
 #include "console/screen.h"
 #include "platform/discs.h"
 
@@ -14,9 +15,8 @@
 namespace tonquay::console {
 
 /// What a command needs of the system that it runs on.
-class Host {
+class Host : public RunHost {
 public:
-    virtual ~Host() = default;
     virtual platform::Discs& discs() = 0;
 };
 

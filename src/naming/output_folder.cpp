@@ -6,6 +6,21 @@ namespace tonquay::naming {
 
 namespace {
 
+bool hasArtistFolder(const state::RipSettings& settings, const state::DiscInfo& disc)
+{
+    return settings.dirMode >= 1 && !base::isBlank(disc.discArtist);
+}
+
+bool hasAlbumFolder(const state::RipSettings& settings, const state::DiscInfo& disc)
+{
+    return hasArtistFolder(settings, disc) && settings.dirMode == 2 && !base::isBlank(disc.discAlbum);
+}
+
+std::wstring artistFolder(const state::RipSettings& settings, const state::DiscInfo& disc)
+{
+    return settings.outputFolder + L'\\' + std::wstring(base::trim(disc.discArtist));
+}
+
 void makeFolder(platform::FileSystem& files, platform::Diagnostics& log, const std::wstring& folder)
 {
     if (!files.folderExists(folder))
@@ -14,18 +29,24 @@ void makeFolder(platform::FileSystem& files, platform::Diagnostics& log, const s
 
 }
 
+std::wstring outputFolder(const state::RipSettings& settings, const state::DiscInfo& disc)
+{
+    if (!hasArtistFolder(settings, disc))
+        return settings.outputFolder;
+    std::wstring folder = artistFolder(settings, disc);
+    if (hasAlbumFolder(settings, disc))
+        folder += L'\\' + std::wstring(base::trim(disc.discAlbum));
+    return folder;
+}
+
 std::wstring makeOutputFolder(platform::FileSystem& files, platform::Diagnostics& log,
                               const state::RipSettings& settings, const state::DiscInfo& disc)
 {
-    if (settings.dirMode < 1 || base::isBlank(disc.discArtist))
-        return settings.outputFolder;
-    std::wstring folder = settings.outputFolder + L'\\' + std::wstring(base::trim(disc.discArtist));
-    makeFolder(files, log, folder);
-    if (settings.dirMode == 2 && !base::isBlank(disc.discAlbum)) {
-        folder += L'\\' + std::wstring(base::trim(disc.discAlbum));
-        makeFolder(files, log, folder);
-    }
-    return folder;
+    if (hasArtistFolder(settings, disc))
+        makeFolder(files, log, artistFolder(settings, disc));
+    if (hasAlbumFolder(settings, disc))
+        makeFolder(files, log, outputFolder(settings, disc));
+    return outputFolder(settings, disc);
 }
 
 std::wstring joined(std::wstring_view folder, std::wstring_view name)

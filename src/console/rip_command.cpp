@@ -1,0 +1,132 @@
+#include "console/rip_command.h"
+
+#include "app/program.h"
+#include "base/text.h"
+#include "console/given_names.h"
+#include "console/rip_plan.h"
+#include "console/rip_session.h"
+#include "console/rip_settings.h"
+#include "console/screen_text.h"
+#include "disc/handover_file.h"
+#include "disc/handover_writer.h"
+#include "platform/diagnostics.h"
+#include "platform/file_system.h"
+#include "state/rip_settings_file.h"
+#include "state/settings_text.h"
+
+#include <memory>
+
+namespace tonquay::console {
+
+namespace {
+
+constexpr std::wstring_view programFolder = L"C:\\CDTONQUAY";
+
+ExitStatus refuse(Screen& screen, const std::string& problem)
+{
+    screen.complain("tonquay: " + shownBytes(problem));
+    return ExitStatus::usage;
+}
+
+/// The user's saved settings, or the defaults with the music folder as the output folder.
+state::RipSettings savedSettings(platform::Platform& platform, RunHost& host)
+{
+    const std::wstring path =
+        state::inFolder(platform.files.programPath(host.savedSettingsFolder()), L"acdset.ini");
+    const std::wstring music = platform.files.programPath(host.musicFolder());
+    return state::parseRipSettings(state::settingsText(platform.files, platform.log, path).value_or(L""), music);
+}
+
+/// What start-up finds in the program folder: settings, the way of reading, and the disc's names.
+base::Status prepareProgramFolder(platform::Platform& platform, const state::RipSettings& settings,
+                                  const std::string& handOver)
+{
+    state::Folders folders;
+    folders.appFolder = programFolder;
+    state::writeRipType(platform.files, platform.log, folders, settings.ripMethod == 4 ? 0 : 1);
+    state::writeRipSettings(platform.files, platform.log, folders, settings);
+    return platform.files.writeWhole(state::inFolder(programFolder, disc::handoverName), handOver);
+}
+
+/// A folder name with a double quote, say, would not come back from the settings file as it went in.
+bool cameBack(const state::RipSettings& wanted, const state::RipSettings& taken)
+{
+    constexpr std::size_t driveRoot = 3;
+    return wanted.outputFolder == taken.outputFolder || wanted.outputFolder.size() == driveRoot;
+}
+
+}
+
+ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, wchar_t driveLetter,
+               const platform::DiscTable& table)
+{
+    const auto rows = options.tracks ? options.tracks->on(table.tracks) : allAudioTracks(table.tracks);
+    if (!rows)
+        return refuse(screen, base::describe(rows.failure()));
+    auto names = withGivenNames(table, options.given);
+    if (!names)
+        return refuse(screen, base::describe(names.failure()));
+
+    std::unique_ptr<RipSession> session;
+    RunListener listener;
+    listener.say = [&screen](const std::string& line) { screen.complain("tonquay: " + shownBytes(line)); };
+    if (options.verbose)
+        listener.diagnose = [&screen](std::string_view area, std::string_view text) {
+            screen.complain(shownBytes(std::string(area) + ": " + std::string(text)));
+        };
+    listener.interrupt = [&session, &screen] {
+        if (session)
+            session->interrupt();
+        else
+            screen.complain("tonquay: stopping before the first track is not needed; nothing was begun");
+    };
+    listener.decodeEnd = [&session](const platform::DecodeReport& report) {
+        if (session)
+            session->decodeEnded(report);
+    };
+    auto opened = host.open(listener);
+    if (!opened)
+        return refuse(screen, base::describe(opened.failure()));
+    platform::Platform platform = *opened;
+
+    std::wstring output;
+    if (options.output) {
+        output = platform.files.programPath(*options.output);
+        if (output.empty())
+            return refuse(screen, *options.output + ": this folder cannot be reached");
+    }
+    const auto settings = settingsForRun(savedSettings(platform, host), options, output);
+    if (!settings)
+        return refuse(screen, base::describe(settings.failure()));
+    if (base::isBlank(settings->outputFolder))
+        return refuse(screen, "no output folder is set; name one with --output");
+
+    platform::DiscTable named = table;
+    named.names = std::move(*names);
+    const disc::HandOver handOver = disc::makeHandOver(named, driveLetter);
+    for (const std::string& change : handOver.changes)
+        platform.log.line("names", change);
+    if (const auto prepared = prepareProgramFolder(platform, *settings, handOver.bytes); !prepared)
+        return refuse(screen, base::describe(prepared.failure()));
+
+    app::Program program(platform);
+    program.start(programFolder);
+    if (!cameBack(*settings, program.state().settings))
+        return refuse(screen, platform.files.hostPath(settings->outputFolder) +
+                                  ": files cannot be written to a folder of this name; choose one without quotes, "
+                                  "line ends and blanks at its ends");
+    RipPlan plan = makePlan(*rows, named, program.state().disc, program.state().settings, platform.files);
+    if (const auto problems = problemsOf(plan, platform.files); !problems.empty()) {
+        for (const std::string& problem : problems)
+            refuse(screen, problem);
+        return ExitStatus::usage;
+    }
+
+    const std::unique_ptr<RipView> view = makeRipView(viewKind(options, screen), screen);
+    session = std::make_unique<RipSession>(program, platform, *view, std::move(plan));
+    const RunEnd end = session->run("wav");
+    session.reset();
+    return end.broken == 0 && end.left == 0 ? ExitStatus::good : ExitStatus::incomplete;
+}
+
+}

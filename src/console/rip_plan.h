@@ -1,0 +1,48 @@
+#pragma once
+
+#include "base/result.h"
+#include "console/rip_checks.h"
+#include "platform/discs.h"
+#include "platform/file_system.h"
+#include "state/disc_info.h"
+#include "state/settings.h"
+
+#include <string>
+#include <vector>
+
+namespace tonquay::console {
+
+/// One track that a run makes a file of.
+struct PlannedTrack {
+    std::int32_t row = 0;       ///< in the program's list, from 0
+    platform::DiscTrack track;
+    std::wstring path;          ///< of its WAV file, in the program's form
+    std::string hostPath;
+};
+
+/// What a run is going to do, as the names and settings of the started program have it.
+struct RipPlan {
+    std::string folder;         ///< host path of the folder that the files go to
+    std::vector<PlannedTrack> tracks;
+};
+
+/// `rows` are places in the disc's table, from 0.
+RipPlan makePlan(const std::vector<std::size_t>& rows, const platform::DiscTable& table, state::DiscInfo disc,
+                 const state::RipSettings& settings, platform::FileSystem& files);
+
+/// Why the run cannot end well, one sentence each; none when it can. Makes the output folder.
+std::vector<std::string> problemsOf(const RipPlan& plan, platform::FileSystem& files);
+
+/// Seconds of sound in that many sectors.
+constexpr double playSeconds(int sectors)
+{
+    return sectors / 75.0;
+}
+
+/// Bytes of sound in that many sectors.
+constexpr std::int64_t sampleBytes(int sectors)
+{
+    return std::int64_t{2352} * sectors;
+}
+
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "base/result.h"
+#include "platform/decode_report.h"
+#include "platform/platform.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace tonquay::console {
+
+/// Whom the host tells of what happens in a run. All calls on the logic's thread but diagnose.
+struct RunListener {
+    std::function<void(std::string line)> say;      ///< a message box
+    std::function<void(std::string_view area, std::string_view text)> diagnose; ///< any thread; empty: nobody listens
+    std::function<void()> interrupt;                ///< Ctrl-C
+    std::function<void(const platform::DecodeReport&)> decodeEnd;
+};
+
+/// What a run needs beside the discs.
+class RunHost {
+public:
+    virtual ~RunHost() = default;
+
+    /// The world with a new, empty program folder of this run's own, C:\CDTONQUAY. To be called once.
+    virtual base::Result<platform::Platform> open(RunListener listener) = 0;
+
+    virtual std::string savedSettingsFolder() = 0;  ///< host path of the user's own program folder
+    virtual std::string musicFolder() = 0;          ///< host path; empty when the user has none
+};
+
+}

@@ -1,0 +1,131 @@
+#include "host/real/real_host.h"
+
+#include "base/text.h"
+#include "host/audio/host_audio_engine.h"
+#include "host/drives/host_discs.h"
+#include "host/real/missing_acd_control.h"
+#include "host/real/private_folder.h"
+#include "host/system/end_actions.h"
+#include "host/system/host_clock.h"
+#include "host/system/host_diagnostics.h"
+#include "host/system/host_event_loop.h"
+#include "host/system/host_file_system.h"
+#include "host/system/host_processes.h"
+#include "host/system/host_settings_store.h"
+#include "host/system/host_system_info.h"
+#include "host/system/interrupt.h"
+#include "host/system/line_dialogs.h"
+#include "host/system/places.h"
+
+#include <cstdlib>
+#include <optional>
+
+namespace tonquay::host {
+
+namespace {
+
+/// How many trackNN.cda names a drive shows: none without an audio disc.
+int discTracks(DriveSet& drives, wchar_t letter)
+{
+    for (std::size_t i = 0; i < drives.count(); ++i)
+        if (driveLetter(i) == letter)
+            return static_cast<int>(drives.at(i).tracks().size());
+    return -1;
+}
+
+std::string searchPath()
+{
+    const char* path = std::getenv("PATH");
+    return path ? path : "/usr/bin:/bin";
+}
+
+}
+
+// In the order of need: what is made first is used by what follows.
+struct RealHost::Services {
+    Places places;
+    std::optional<PrivateFolder> privateFolder;
+    EndActions endActions;
+    HostDiagnostics log;
+    HostClock clock;
+    HostEventLoop loop;
+    HeldFiles held;
+    HostFileSystem files;
+    HostProcesses processes;
+    LineDialogs dialogs;
+    HostSettingsStore settings;
+    HostSystemInfo system;
+    HostAudioEngine engine;
+    MissingAcdControl acd;
+    std::optional<Interrupt> interrupt;
+
+    Services(HostDriveSet& drives, Settings given, Places found, std::optional<PrivateFolder> ownFolder)
+        : places(std::move(found)), privateFolder(std::move(ownFolder)), log(places.logFile, given.diagnose),
+          files({.root = "/",
+                 .programFolder = privateFolder ? privateFolder->path() : given.programFolder,
+                 .discTracks = [&drives](wchar_t letter) { return discTracks(drives, letter); }},
+                held),
+          processes(files, loop, log, held, endActions,
+                    {.outputFile = places.logFile + ".programs", .searchPath = searchPath()}),
+          dialogs(std::move(given.say)), settings(places.settingsFile, log),
+          system(files, log, endActions, {.tempFolder = places.tempFolder}), engine(drives, loop, log)
+    {
+        if (privateFolder)
+            endActions.add([this] { privateFolder->remove(); });
+        endActions.add([&drives] { drives.unlockAll(); });
+        if (given.decodeEnd)
+            engine.onDecodeEnd(std::move(given.decodeEnd));
+        if (given.interrupt)
+            interrupt.emplace(loop, std::move(given.interrupt));
+    }
+};
+
+RealHost::RealHost(DriveSources drives)
+    : drives_(driveSet(drives)), discs_(std::make_unique<HostDiscs>(*drives_))
+{
+}
+
+RealHost::~RealHost()
+{
+    services_.reset();
+    drives_->unlockAll();
+}
+
+platform::Discs& RealHost::discs()
+{
+    return *discs_;
+}
+
+base::Status RealHost::open(Settings settings)
+{
+    Places found = places();
+    std::optional<PrivateFolder> ownFolder;
+    if (settings.programFolder.empty()) {
+        auto made = PrivateFolder::make(found.tempFolder);
+        if (!made)
+            return made.failure();
+        ownFolder.emplace(std::move(*made));
+    }
+    services_ = std::make_unique<Services>(*drives_, std::move(settings), std::move(found), std::move(ownFolder));
+    return {};
+}
+
+platform::Platform RealHost::platform()
+{
+    Services& s = *services_;
+    return {s.files, s.processes, s.loop, s.clock, s.dialogs, s.engine, s.acd, s.settings, s.system, s.log};
+}
+
+std::vector<std::filesystem::path> openedImages(std::string_view variable)
+{
+    std::vector<std::filesystem::path> images;
+    while (!variable.empty()) {
+        const std::string_view path = variable.substr(0, variable.find(':'));
+        variable.remove_prefix(std::min(path.size() + 1, variable.size()));
+        if (!path.empty())
+            images.emplace_back(std::string(path));
+    }
+    return images;
+}
+
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "host/drives/host_drives.h"
+#include "platform/decode_report.h"
+#include "platform/diagnostics.h"
+#include "platform/discs.h"
+#include "platform/platform.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tonquay::host {
+
+/// Everything this system gives the program, in one place. One for a process, on the logic's thread.
+///
+/// The drives are there at once; the rest is made when the platform is first asked for, so that a look at a disc costs
+/// no more than that.
+class RealHost {
+public:
+    struct Settings {
+        std::string programFolder;  ///< host path, mounted as C:\CDTONQUAY; empty: a private one, removed at the end
+        std::function<void(std::string)> say;   ///< message boxes, one line each
+        std::function<void(std::string_view area, std::string_view text)> diagnose; ///< diagnostic lines, beside the log
+        std::function<void()> interrupt;        ///< Ctrl-C and the like, on the logic's thread
+        std::function<void(const platform::DecodeReport&)> decodeEnd;
+    };
+
+    explicit RealHost(DriveSources drives);
+    ~RealHost();
+    RealHost(const RealHost&) = delete;
+    RealHost& operator=(const RealHost&) = delete;
+
+    platform::Discs& discs();
+
+    /// Makes the platform. Fails when a private program folder cannot be made. To be called once.
+    base::Status open(Settings settings);
+
+    /// What open() has made.
+    platform::Platform platform();
+
+private:
+    struct Services;
+
+    std::unique_ptr<HostDriveSet> drives_;
+    std::unique_ptr<platform::Discs> discs_;
+    std::unique_ptr<Services> services_;
+};
+
+/// The discs that the user has opened as files, from TONQUAY_DISCS: image paths parted by colons.
+std::vector<std::filesystem::path> openedImages(std::string_view variable);
+
+}
