@@ -95,7 +95,14 @@ TEST(NrgImage, whatDoesNotAddUpIsRefused)
         {"start behind end", set("DAOX", daoHead + 18 + 8, 1), "a.nrg: track 1 lies outside of the image"},
         {"end behind the image", set("DAOX", daoHead + 18 + 16, 0xFF), "a.nrg: track 1 lies outside of the image"},
         {"not whole sectors", set("DAOX", daoHead + 18 + 23, 1), "a.nrg: track 1 is not made of whole sectors"},
-        {"tracks that overlap", set("DAOX", daoHead + 42 + 18 + 6, 0), "a.nrg: track 2 is not made of whole sectors"},
+        {"tracks that overlap",
+         [](Bytes& image) {
+             const std::size_t pregap = bodyOf(image, "DAOX") + daoHead + 42 + 18;
+             image[pregap + 5] = std::byte{0x05}; // 153 sectors, one of them the track before's
+             image[pregap + 6] = std::byte{0x7D};
+             image[pregap + 7] = std::byte{0xB0};
+         },
+         "a.nrg: track 2 begins inside the track before it"},
         {"told to begin elsewhere", set("CUEX", 8 * 4 + 7, 3),
          "a.nrg: track 2 is told to begin at sector 3, but its data is at sector 4"},
         {"told to begin far away", set("CUEX", 8 * 2 + 4, 0x70),
