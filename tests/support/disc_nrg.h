@@ -16,14 +16,14 @@ struct NrgTrack {
     int sectorBytes = 2352;
     int sector = 0; ///< of index 1
     int pregap = 0; ///< sectors in `stored` before index 1
-    std::vector<std::byte> stored;
+    std::vector<std::byte> stored = {};
     std::string title = {};
 };
 
 struct NrgDisc {
     bool second = true; ///< NER5 with 64-bit offsets
     bool byTrack = false;
-    std::vector<NrgTrack> tracks;
+    std::vector<NrgTrack> tracks = {};
     std::string album = {};
     std::string artist = {};
     std::string genre = {};
