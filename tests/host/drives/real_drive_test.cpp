@@ -221,7 +221,7 @@ TEST(RealDrive, questionsAreAnsweredWhileTheDriveHangs)
     const auto drives = driveOf(disc, 10ms);
     Drive& drive = drives->at(0);
     const auto reader = drive.openDisc();
-    disc.page("slow_read 400000\nslow_command 300000\n");
+    disc.page("slow_read 300000\nslow_command 150000\n");
     std::vector<std::byte> buffer(Disc::sectorBytes);
     std::thread reading([&] { EXPECT_EQ(reader->read(0, buffer).sectors, 1u); });
     std::this_thread::sleep_for(50ms);

@@ -1,12 +1,11 @@
 #include "simulated_disc.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <random>
-#include <sstream>
 #include <unistd.h>
 
 namespace tonquay::host {
@@ -27,10 +26,13 @@ SimulatedDisc::SimulatedDisc(const std::string& table, int sectors)
       table_(table),
       image_(static_cast<std::size_t>(sectors) * sectorBytes)
 {
-    std::mt19937 noise(1);
-    std::generate(image_.begin(), image_.end(), [&noise] { return static_cast<std::byte>(noise() & 0xff); });
+    std::mt19937_64 noise(1);
+    for (std::size_t at = 0; at < image_.size(); at += sizeof(std::uint64_t)) {
+        const std::uint64_t bits = noise();
+        std::memcpy(&image_[at], &bits, sizeof bits);
+    }
     std::string bytes(image_.size(), '\0');
-    std::transform(image_.begin(), image_.end(), bytes.begin(), [](std::byte b) { return static_cast<char>(b); });
+    std::memcpy(bytes.data(), image_.data(), bytes.size());
     std::ofstream(folder_ / "disc.bin", std::ios::binary) << bytes;
     page("");
     ::setenv("SIMULATED_DRIVE", (folder_ / "drive.txt").c_str(), 1);
