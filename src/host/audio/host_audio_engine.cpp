@@ -283,7 +283,7 @@ std::uint32_t HostAudioEngine::BASS_ChannelSetSync(Handle stream, std::uint32_t 
                                                    SyncCallback callback, std::uint32_t user)
 {
     const auto found = find(stream);
-    return found ? found->addSync(type, std::move(callback), user) : 0;
+    return found ? found->addSync(type, callback, user) : 0;
 }
 
 std::shared_ptr<Stream> HostAudioEngine::find(Handle stream) const

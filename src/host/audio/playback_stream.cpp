@@ -86,14 +86,14 @@ void PlaybackStream::moveTo(std::int64_t position)
         voice_->seek(position);
 }
 
-std::uint32_t PlaybackStream::addSync(std::uint32_t type, Engine::SyncCallback callback, std::uint32_t user)
+std::uint32_t PlaybackStream::addSync(std::uint32_t type, const Engine::SyncCallback& callback, std::uint32_t user)
 {
     const std::uint32_t kind = type & ~Engine::BASS_SYNC_ONETIME;
     const bool known =
         kind == Engine::BASS_SYNC_END || kind == Engine::BASS_SYNC_CD_ERROR || kind == Engine::BASS_SYNC_SLIDE;
     if (!known || !callback)
         return 0;
-    syncs_.push_back({++lastSync_, kind, kind != type, std::move(callback), user});
+    syncs_.push_back({++lastSync_, kind, kind != type, callback, user});
     return lastSync_;
 }
 

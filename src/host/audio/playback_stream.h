@@ -29,7 +29,7 @@ public:
     /// Bytes, cut to a whole frame; false outside the track. Playing or paused goes on as it was.
     bool seek(std::int64_t position) override;
 
-    std::uint32_t addSync(std::uint32_t type, Engine::SyncCallback callback, std::uint32_t user) override;
+    std::uint32_t addSync(std::uint32_t type, const Engine::SyncCallback& callback, std::uint32_t user) override;
     ReadAhead::End finish(std::uint32_t generation) override;
 
     /// A sync that stops or plays this stream keeps the ones after it from being called.

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <csignal>
 #include <future>
 #include <libdeflate.h>
@@ -17,8 +18,10 @@ namespace tonquay::host {
 
 namespace {
 
-constexpr int runSectors = 75;
-constexpr std::size_t runBytes = runSectors * Disc::sectorBytes;
+constexpr int longRun = 75;
+constexpr int shortRun = 15;
+constexpr std::size_t runBytes = longRun * Disc::sectorBytes;
+constexpr std::chrono::microseconds quickSector{150};
 constexpr std::uint64_t slotCount = 8;
 
 /// One run of sectors. A slot belongs to the reader until it is published, then to the consumer until it is released.
@@ -39,6 +42,7 @@ struct Place {
     std::size_t skip = 0; ///< bytes of the next sector that nobody wants
     std::uint32_t checksum = 0;
     bool atEnd = false;
+    bool quick = false; ///< the last read cost next to nothing
 };
 
 /// Signals are for the main thread: its waits are made to be interrupted, a read of a disc is not.
@@ -80,7 +84,8 @@ struct ReadAhead::Work {
 
     void run(Disc& disc);
     void tellDrained();
-    bool full() const;
+    std::uint64_t slotsInUse() const;
+    int runFrom(const Place& place) const;
     void fill(Slot& slot, Place& place, Disc& disc) const;
 };
 
@@ -96,7 +101,7 @@ void ReadAhead::Work::run(Disc& disc)
                      .sector = stretch.firstSector + static_cast<int>(position / Disc::sectorBytes),
                      .skip = position % Disc::sectorBytes};
         }
-        if (place.atEnd || full()) {
+        if (place.atEnd || slotsInUse() == slotCount) {
             readerBell.wait();
             continue;
         }
@@ -116,20 +121,28 @@ void ReadAhead::Work::tellDrained()
         whenDrained(which);
 }
 
-bool ReadAhead::Work::full() const
+std::uint64_t ReadAhead::Work::slotsInUse() const
 {
-    return published.load(std::memory_order_relaxed) - released.load(std::memory_order_acquire) >= slotCount;
+    return published.load(std::memory_order_relaxed) - released.load(std::memory_order_acquire);
+}
+
+/// A long run costs a drive a tenth of a second, and who waits for it is the thread that keeps the windows alive. So a
+/// consumer that has caught up gets short runs, unless the disc is so fast that it makes no difference.
+int ReadAhead::Work::runFrom(const Place& place) const
+{
+    const int run = place.quick || slotsInUse() > 1 ? longRun : shortRun;
+    return std::clamp(stretch.firstSector + stretch.sectorCount - place.sector, 0, run);
 }
 
 void ReadAhead::Work::fill(Slot& slot, Place& place, Disc& disc) const
 {
-    const int endSector = stretch.firstSector + stretch.sectorCount;
-    const auto wanted = static_cast<std::size_t>(std::clamp(endSector - place.sector, 0, runSectors));
-
+    const auto wanted = static_cast<std::size_t>(runFrom(place));
+    const auto before = std::chrono::steady_clock::now();
     Disc::Read read{0, Disc::ReadEnd::full};
     if (wanted > 0)
         read = disc.read(place.sector, std::span(slot.data.get(), wanted * Disc::sectorBytes));
     const std::size_t sectors = std::min(read.sectors, wanted);
+    place.quick = std::chrono::steady_clock::now() - before < quickSector * wanted;
     place.sector += static_cast<int>(sectors);
 
     slot.generation = place.generation;
@@ -141,7 +154,7 @@ void ReadAhead::Work::fill(Slot& slot, Place& place, Disc& disc) const
         // A disc that ends inside a track counts as unreadable there: the track's rest is missing all the same.
         slot.end = read.end == Disc::ReadEnd::gone ? End::gone : End::unreadable;
         slot.badSector = place.sector;
-    } else if (place.sector >= endSector) {
+    } else if (place.sector >= stretch.firstSector + stretch.sectorCount) {
         slot.end = End::complete;
     }
     place.atEnd = slot.end != End::none;

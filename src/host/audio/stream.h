@@ -30,7 +30,7 @@ public:
     virtual bool pause() { return false; }
     virtual bool seek(std::int64_t) { return false; }
     virtual std::int32_t data(std::span<std::byte>) { return -1; }
-    virtual std::uint32_t addSync(std::uint32_t, Engine::SyncCallback, std::uint32_t) { return 0; }
+    virtual std::uint32_t addSync(std::uint32_t, const Engine::SyncCallback&, std::uint32_t) { return 0; }
 
     /// The last byte was heard, or the last one that could be read: ends the stream and tells which. None when that
     /// word is from before a seek or a stop; then nothing ends.

@@ -185,8 +185,11 @@ TEST_F(Decode, levelIsThatOfTheLastBlockAndConsumesNothing)
     };
     put(10, 0, 1000);
     put(10, 1, -32768);
-    put(5000, 0, -7);   // first frame of the second block
-    put(44000, 0, 300); // the ninth block crosses from one run into the next: frames 40000 to 44687
+    // The second block is frames 5000 to 9999, the ninth 40000 to 44687. Runs end at frames 8820 and 44100, or there
+    // about: what a block got from the run before counts too.
+    put(5000, 0, -7);
+    put(9900, 1, 12);
+    put(44000, 0, 300);
     put(44600, 1, -400);
     const auto stream = decode(0);
     Bytes block(blockBytes);
@@ -197,13 +200,13 @@ TEST_F(Decode, levelIsThatOfTheLastBlockAndConsumesNothing)
     EXPECT_EQ(level(), 0x80000000U | 1000U);
     EXPECT_EQ(level(), 0x80000000U | 1000U);
     engine.BASS_ChannelGetData(stream, block);
-    EXPECT_EQ(level(), 7U);
+    EXPECT_EQ(level(), 7U | (12U << 16U));
     EXPECT_EQ(engine.BASS_ChannelGetPosition(stream, 0), 40000);
     for (int i = 2; i < 8; ++i)
         engine.BASS_ChannelGetData(stream, block);
     EXPECT_EQ(level(), 0U);
     EXPECT_EQ(engine.BASS_ChannelGetData(stream, block), 18752);
-    EXPECT_EQ(level(), (300U | (400U << 16U)));
+    EXPECT_EQ(level(), 300U | (400U << 16U));
     EXPECT_EQ(engine.BASS_ChannelIsActive(stream), Engine::stopped);
 }
 
@@ -273,13 +276,16 @@ TEST_F(Decode, readsAheadButNotWithoutBound)
 {
     const auto disc = insert({9000});
     const auto stream = decode(0);
-    ASSERT_TRUE(loop.until([&] { return disc->sectorsRead >= 600; }));
-    std::this_thread::sleep_for(std::chrono::milliseconds{50});
-    EXPECT_EQ(disc->sectorsRead, 600);
+    ASSERT_TRUE(loop.until([&] { return disc->sectorsRead > 100; }));
+    std::this_thread::sleep_for(std::chrono::milliseconds{100});
+    const int ahead = disc->sectorsRead;
+    EXPECT_LE(ahead, 600);
     Bytes second(176400);
     engine.BASS_ChannelGetData(stream, second);
     engine.BASS_ChannelGetData(stream, second);
-    EXPECT_TRUE(loop.until([&] { return disc->sectorsRead > 600; })) << "the reader follows its consumer";
+    EXPECT_TRUE(loop.until([&] { return disc->sectorsRead > ahead; })) << "the reader follows its consumer";
+    std::this_thread::sleep_for(std::chrono::milliseconds{100});
+    EXPECT_LE(disc->sectorsRead, 600 + 150);
 }
 
 TEST_F(Decode, aDriveThatHangsDoesNotHoldUpWhoFreesTheStream)
@@ -292,7 +298,7 @@ TEST_F(Decode, aDriveThatHangsDoesNotHoldUpWhoFreesTheStream)
         ASSERT_TRUE(loop.until([&] { return disc->readsUnderWay == i; }));
         EXPECT_TRUE(engine.BASS_StreamFree(stream));
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds{300});
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds{2});
 
     engine.BASS_Free();
     EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds{5});

