@@ -1,7 +1,6 @@
 #include "host/system/gathered_file.h"
 
-#include <algorithm>
-#include <limits>
+#include <cstring>
 
 namespace tonquay::host {
 
@@ -25,7 +24,8 @@ base::Status GatheredFile::write(std::span<const std::byte> bytes)
     }
     if (gathered_ == nullptr)
         gathered_ = std::make_unique_for_overwrite<std::byte[]>(gatheredBytes);
-    std::ranges::copy(bytes, gathered_.get() + count_);
+    if (!bytes.empty())
+        std::memcpy(gathered_.get() + count_, bytes.data(), bytes.size());
     count_ += bytes.size();
     return {};
 }

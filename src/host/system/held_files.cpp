@@ -1,5 +1,7 @@
 #include "host/system/held_files.h"
 
+#include "base/text.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <dirent.h>
@@ -33,9 +35,11 @@ Identity identify(const std::string& path)
     return {status.st_dev, status.st_ino, true};
 }
 
+/// The same file, or the same name for one that is not there yet: then only its case could tell two apart.
 bool sameFile(const std::string& left, const std::string& right, const Identity& leftIdentity)
 {
-    return left == right || (leftIdentity.known && leftIdentity == identify(right));
+    return base::sameText(base::fromHostBytes(left), base::fromHostBytes(right)) ||
+           (leftIdentity.known && leftIdentity == identify(right));
 }
 
 bool isLiving(pid_t child)

@@ -8,8 +8,8 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <sys/pidfd.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -39,6 +39,12 @@ bool isDrivePath(std::wstring_view text)
 {
     const wchar_t letter = text.empty() ? L'\0' : base::upper(text.front());
     return text.size() >= 3 && letter >= L'A' && letter <= L'Z' && text[1] == L':' && text[2] == L'\\';
+}
+
+/// What can be polled for the end of a child. The C library's own name for the call cannot be linked from C++.
+Descriptor openHandle(pid_t process)
+{
+    return Descriptor(static_cast<int>(syscall(SYS_pidfd_open, process, 0)));
 }
 
 /// The folder part of a path with its separator, empty for a bare name.
@@ -98,7 +104,7 @@ base::Result<platform::Processes::Child> HostProcesses::startSplit(const Command
     const auto child = std::make_shared<Running>();
     child->process = *process;
     child->command = std::move(commandText);
-    child->handle = Descriptor(pidfd_open(*process, 0));
+    child->handle = openHandle(*process);
     if (child->handle)
         child->watch = loop_.watch(child->handle.get(), [this, child = std::weak_ptr(child)] {
             if (const auto ended = child.lock())

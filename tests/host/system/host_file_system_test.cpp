@@ -157,7 +157,7 @@ TEST(GatheredFile, largeAndSmallWritesLandInOrder)
     auto file = real.files().openBinary(L"C:\\big");
     ASSERT_TRUE(file);
     std::size_t size = 1;
-    for (int i = 0; i < 40; ++i, size = size * 7 % 3000001 + 1) {
+    for (int i = 0; i < 16; ++i, size = size * 7 % 1500001 + 1) {
         std::string block(size, static_cast<char>('a' + i % 26));
         ASSERT_TRUE((*file)->write(bytesOf(block)));
         expected += block;

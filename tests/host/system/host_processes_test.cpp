@@ -1,0 +1,211 @@
+#include "host/system/host_processes.h"
+#include "real_files.h"
+#include "support/fake_diagnostics.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace tonquay;
+using namespace std::chrono_literals;
+namespace fs = std::filesystem;
+using Style = platform::Processes::WindowStyle;
+
+/// Scripts as encoders, in a temporary C:.
+class HostProcesses : public ::testing::Test {
+protected:
+    HostProcesses()
+    {
+        script("home/program folder/report.exe", "for a in \"$@\"; do printf '[%s]' \"$a\"; done");
+        EXPECT_TRUE(real.files().createFolder(L"C:\\Out"));
+        EXPECT_TRUE(real.files().changeFolder(L"C:\\Out"));
+    }
+
+    void script(const std::string& name, const std::string& body)
+    {
+        fs::create_directories(fs::path(real.root / name).parent_path());
+        test::writeHostFile(real.root / name, "#!/bin/sh\n" + body + '\n');
+        fs::permissions(real.root / name, fs::perms(0755));
+    }
+
+    int runToEnd(std::wstring_view command)
+    {
+        const auto child = processes.start(command, Style::normal);
+        if (!child)
+            return -1;
+        std::optional<int> code;
+        for (const auto start = std::chrono::steady_clock::now();
+             !(code = processes.exitCode(*child)) && std::chrono::steady_clock::now() - start < 10s;)
+            loop.wait(1s);
+        return code.value_or(-2);
+    }
+
+    std::string output() { return test::readHostFile(real.root / "log"); }
+
+    test::RealFiles real;
+    host::HostEventLoop loop;
+    test::FakeDiagnostics log;
+    host::EndActions endActions;
+    host::HostProcesses processes{real.files(), loop,
+                                  log,          real.held,
+                                  endActions,   {real.root / "log", (real.root / "bin") + ":relative::/usr/bin"}};
+};
+
+TEST_F(HostProcesses, argumentsReachTheProgramInItsOwnForm)
+{
+    for (const char* name : {"b.wav", "A.WAV", "c.txt", "with blank.wav"})
+        test::writeHostFile((real.root / "Out/") + name, "");
+    const std::string root = real.root.path();
+    const struct {
+        const char* what;
+        std::wstring arguments;
+        std::string got;
+    } cases[] = {
+        {"a drive path, looked up", L"\"c:\\OUT\\B.wav\" C:\\out\\new.mp3",
+         '[' + root + "/Out/b.wav][" + root + "/Out/new.mp3]"},
+        {"the program folder", L"C:\\CDTONQUAY\\x", '[' + root + "/home/program folder/x]"},
+        {"a path inside an argument stays", L"-oC:\\Out\\x C:x", "[-oC:\\Out\\x][C:x]"},
+        {"wildcards", L"-delete *.wav \"*.wav\"", "[-delete][A.WAV][b.wav][with blank.wav][*.wav]"},
+        {"wildcards with a folder", L"C:\\out\\?.WAV", '[' + root + "/Out/A.WAV][" + root + "/Out/b.wav]"},
+        {"wildcards without a match", L"*.mp3 no\\*.x", "[*.mp3][no\\*.x]"},
+        {"no shell reads it", L"$HOME ;ls `id` | 'a b' > x \"$(id)\"", "[$HOME][;ls][`id`][|]['a][b'][>][x][$(id)]"},
+        {"text", L"-t\"Жук é\u266B\"", "[-tЖук é♫]"},
+    };
+    for (const auto& c : cases) {
+        fs::remove(real.root / "log");
+        EXPECT_EQ(runToEnd(L"report.exe " + c.arguments), 0) << c.what;
+        EXPECT_EQ(output(), c.got) << c.what;
+    }
+}
+
+TEST_F(HostProcesses, programsAreFoundWithoutRegardToCaseAndInOrder)
+{
+    script("bin/only path", "echo never");
+    script("bin/tool", "echo path");
+    script("bin/report.exe", "echo wrong");
+    script("Out/Tool", "echo current");
+    script("bin/seven", "exit 7");
+    script("Tools dir/My Enc.exe", "echo blank");
+    script("Tools dir/plain.txt", "");
+    fs::permissions(real.root / "Tools dir/plain.txt", fs::perms(0644));
+    const struct {
+        const char* what;
+        const wchar_t* command;
+        int code;
+        const char* out;
+    } cases[] = {
+        {"the current folder before PATH", L"TOOL", 0, "current\n"},
+        {"the program folder before both", L"REPORT x", 0, "[x]"},
+        {"a path with blanks", L"C:\\TOOLS DIR\\MY ENC.EXE -x", 0, "blank\n"},
+        {"a path with blanks and no ending", L"C:\\TOOLS DIR\\MY ENC", 0, "blank\n"},
+        {"on PATH, its status", L"SEVEN", 7, ""},
+        {"not there", L"nothing.exe x", -1, ""},
+        {"not executable", L"\"C:\\Tools dir\\plain.txt\"", -1, ""},
+        {"a folder", L"C:\\Out", -1, ""},
+        {"nothing", L"  ", -1, ""},
+    };
+    for (const auto& c : cases) {
+        fs::remove(real.root / "log");
+        EXPECT_EQ(runToEnd(c.command), c.code) << c.what;
+        EXPECT_EQ(output(), c.out) << c.what;
+    }
+    EXPECT_TRUE(log.says("nothing.exe x: there is no such program"));
+    EXPECT_TRUE(log.says("SEVEN: ended with status 7"));
+}
+
+TEST_F(HostProcesses, aChildHasItsOwnGroupNoInputTheCurrentFolderAndUtf8)
+{
+    script("bin/show",
+           "echo $(ps -o pgid= -p $$) $$; readlink /proc/self/fd/0; pwd; echo $LC_ALL; ls /proc/self/fd | wc -l");
+    const int leaked = open("/dev/null", O_RDONLY);
+    EXPECT_EQ(runToEnd(L"show"), 0);
+    close(leaked);
+    std::istringstream lines(output());
+    std::string group;
+    std::string process;
+    std::string rest;
+    lines >> group >> process;
+    EXPECT_EQ(group, process);
+    EXPECT_NE(group, std::to_string(getpgrp()));
+    std::getline(lines, rest);
+    std::getline(lines, rest, '\0');
+    // ls holds the folder that it lists besides the three.
+    EXPECT_EQ(rest, "/dev/null\n" + real.root.path() + "/Out\nC.UTF-8\n4\n");
+}
+
+TEST_F(HostProcesses, theEndOfAChildWakesAWaitAndLeavesNoZombie)
+{
+    script("bin/nap", "sleep 0.1; exit 7");
+    const auto child = processes.start(L"nap", Style::normal);
+    ASSERT_TRUE(child);
+    EXPECT_EQ(processes.exitCode(*child), std::nullopt);
+    const auto start = std::chrono::steady_clock::now();
+    loop.wait(10s);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "reaped before anybody asked";
+    EXPECT_EQ(processes.exitCode(*child), 7);
+    EXPECT_EQ(processes.exitCode(*child), 0) << "taken already";
+    EXPECT_EQ(processes.exitCode(12345), 0) << "never started";
+}
+
+TEST_F(HostProcesses, aSignalCountsAs128PlusItsNumber)
+{
+    script("bin/dies", "kill -SEGV $$");
+    EXPECT_EQ(runToEnd(L"dies"), 128 + SIGSEGV);
+    EXPECT_TRUE(log.says("dies: ended by signal 11"));
+}
+
+TEST_F(HostProcesses, filesOfALivingChildAreHeld)
+{
+    script("bin/enc", "sleep 0.1; exec 3<\"$2\"; echo started >> started; while [ ! -e go ]; do sleep 0.01; done");
+    test::writeHostFile(real.root / "Out/in.wav", "sound");
+    const auto child = processes.start(L"enc -x in.wav \"C:\\Out\\out.mp3\"", Style::normal);
+    ASSERT_TRUE(child);
+    auto& files = real.files();
+    EXPECT_FALSE(files.remove(L"IN.wav")) << "not opened yet";
+    EXPECT_FALSE(files.openBinary(L"C:\\Out\\out.mp3"));
+    EXPECT_FALSE(files.writeWhole(L"OUT.MP3", "x"));
+    EXPECT_FALSE(files.copy(L"in.wav", L"out.mp3"));
+    EXPECT_TRUE(files.openBinary(L"other.mp3"));
+    for (int i = 0; i < 500 && !files.fileExists(L"started"); ++i)
+        loop.wait(10ms);
+    EXPECT_FALSE(files.openBinary(L"in.wav")) << "it reads it";
+    EXPECT_TRUE(files.remove(L"in.wav")) << "opened: it keeps its contents";
+    test::writeHostFile(real.root / "Out/go", "");
+    while (!processes.exitCode(*child))
+        loop.wait(10ms);
+    EXPECT_TRUE(files.openBinary(L"out.mp3"));
+}
+
+TEST_F(HostProcesses, theEndOfTheProgramRunsItsEndActionsAndLeavesChildrenAlive)
+{
+    script("bin/long", "echo $$ > pid; exec sleep 30");
+    const pid_t program = fork();
+    if (program == 0) {
+        host::HostEventLoop ownLoop;
+        endActions.add([&] { test::writeHostFile(real.root / "first", ""); });
+        endActions.add(
+            [&] { test::writeHostFile(real.root / "second", fs::exists(real.root / "first") ? "bad" : ""); });
+        static_cast<void>(processes.start(L"long", Style::normal));
+        while (test::readHostFile(real.root / "Out/pid").empty())
+            usleep(1000);
+        processes.endProgram(5);
+    }
+    int status = 0;
+    waitpid(program, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 5);
+    EXPECT_TRUE(fs::exists(real.root / "first"));
+    EXPECT_EQ(test::readHostFile(real.root / "second"), "") << "the youngest first";
+    const pid_t child = std::stoi(test::readHostFile(real.root / "Out/pid"));
+    EXPECT_EQ(kill(child, 0), 0);
+    kill(child, SIGKILL);
+}
+
+}
