@@ -14,15 +14,15 @@ namespace tonquay::console {
 
 /// One track that a run makes a file of.
 struct PlannedTrack {
-    std::int32_t row = 0;       ///< in the program's list, from 0
+    std::int32_t row = 0; ///< in the program's list, from 0
     platform::DiscTrack track;
-    std::wstring path;          ///< of its WAV file, in the program's form
+    std::wstring path; ///< of its WAV file, in the program's form
     std::string hostPath;
 };
 
 /// What a run is going to do, as the names and settings of the started program have it.
 struct RipPlan {
-    std::string folder;         ///< host path of the folder that the files go to
+    std::string folder; ///< host path of the folder that the files go to
     std::vector<PlannedTrack> tracks;
 };
 

@@ -17,7 +17,8 @@ std::string whyNotRead(const platform::DecodeReport& report)
     switch (report.end) {
     case End::complete: return {};
     case End::unreadable:
-        return "sector " + std::to_string(report.firstBadSector) + " cannot be read; clean the disc or try another drive";
+        return "sector " + std::to_string(report.firstBadSector) +
+               " cannot be read; clean the disc or try another drive";
     case End::gone: return "the disc was taken out";
     case End::stopped: return "reading or writing ended early; --verbose tells more";
     }
@@ -27,7 +28,10 @@ std::string whyNotRead(const platform::DecodeReport& report)
 }
 
 RipSession::RipSession(app::Program& program, platform::Platform platform, RipView& view, RipPlan plan)
-    : program_(program), platform_(platform), view_(view), plan_(std::move(plan))
+    : program_(program),
+      platform_(platform),
+      view_(view),
+      plan_(std::move(plan))
 {
     for (std::size_t i = 0; i < plan_.tracks.size(); ++i)
         playSecondsTotal_ += playSecondsOf(i);
@@ -50,9 +54,8 @@ RunEnd RipSession::run(const std::string& format)
     for (const PlannedTrack& track : plan_.tracks)
         main.list1.select(track.row, true);
 
-    const auto following = main.Label8.caption.follow([this](const std::wstring& number) {
-        trackBegins(static_cast<std::int32_t>(base::val(number)));
-    });
+    const auto following = main.Label8.caption.follow(
+        [this](const std::wstring& number) { trackBegins(static_cast<std::int32_t>(base::val(number))); });
     const auto ticking = platform_.loop.every(progressInterval, [this] { showProgress(); });
     main.icntla[state::startButton].mouseDown(controls::MouseButton::left);
     main.icntla[state::startButton].mouseUp(controls::MouseButton::left);

@@ -40,7 +40,7 @@ private:
     RipView& view_;
     RipPlan plan_;
     RunEnd end_;
-    std::optional<std::size_t> inHand_;     ///< index into the plan
+    std::optional<std::size_t> inHand_; ///< index into the plan
     std::size_t begun_ = 0;
     double playSecondsDone_ = 0;
     double playSecondsTotal_ = 0;

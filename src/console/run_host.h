@@ -12,9 +12,9 @@ namespace tonquay::console {
 
 /// Whom the host tells of what happens in a run. All calls on the logic's thread but diagnose.
 struct RunListener {
-    std::function<void(std::string line)> say;      ///< a message box
+    std::function<void(std::string line)> say;                                  ///< a message box
     std::function<void(std::string_view area, std::string_view text)> diagnose; ///< any thread; empty: nobody listens
-    std::function<void()> interrupt;                ///< Ctrl-C
+    std::function<void()> interrupt;                                            ///< Ctrl-C
     std::function<void(const platform::DecodeReport&)> decodeEnd;
 };
 
@@ -26,8 +26,8 @@ public:
     /// The world with a new, empty program folder of this run's own, C:\CDTONQUAY. To be called once.
     virtual base::Result<platform::Platform> open(RunListener listener) = 0;
 
-    virtual std::string savedSettingsFolder() = 0;  ///< host path of the user's own program folder
-    virtual std::string musicFolder() = 0;          ///< host path; empty when the user has none
+    virtual std::string savedSettingsFolder() = 0; ///< host path of the user's own program folder
+    virtual std::string musicFolder() = 0;         ///< host path; empty when the user has none
 };
 
 }

@@ -12,7 +12,7 @@ namespace tonquay::host {
 
 namespace {
 
-base::Failure systemFailure(const std::string& path, int error)
+base::Failure imageFailure(const std::string& path, int error)
 {
     using Kind = base::Failure::Kind;
     const Kind kind = error == ENOENT || error == ENOTDIR ? Kind::notFound
@@ -28,30 +28,16 @@ base::Failure systemFailure(const std::string& path, int error)
 
 }
 
-Descriptor::Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept
-{
-    std::swap(number_, other.number_);
-    return *this;
-}
-
-Descriptor::~Descriptor()
-{
-    if (number_ >= 0)
-        close(number_);
-}
-
 base::Result<ImageFile> ImageFile::openPlain(const std::filesystem::path& path)
 {
     const std::string name = path.string();
     // Without waiting, so that a pipe of that name does not hold us up before it is refused.
     Descriptor descriptor(::open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (descriptor.number() < 0)
-        return systemFailure(name, errno);
+    if (!descriptor)
+        return imageFailure(name, errno);
     struct stat found {};
-    if (fstat(descriptor.number(), &found) != 0)
-        return systemFailure(name, errno);
+    if (fstat(descriptor.get(), &found) != 0)
+        return imageFailure(name, errno);
     if (S_ISDIR(found.st_mode))
         return base::Failure{base::Failure::Kind::invalid, name, "this is a folder"};
     if (!S_ISREG(found.st_mode))
@@ -66,7 +52,7 @@ base::Result<ImageFile> ImageFile::open(const std::filesystem::path& path, bool 
     auto file = openPlain(path);
     if (!file || !sound)
         return file;
-    auto decoded = SoundFile::open(file->descriptor_.number(), file->path_);
+    auto decoded = SoundFile::open(file->descriptor_.get(), file->path_);
     if (!decoded)
         return decoded.failure();
     file->length_ = decoded->length();
@@ -80,7 +66,7 @@ std::size_t ImageFile::read(std::int64_t offset, std::span<std::byte> buffer)
         return sound_->read(offset, buffer);
     std::size_t done = 0;
     while (done < buffer.size()) {
-        const ssize_t got = pread(descriptor_.number(), buffer.data() + done, buffer.size() - done,
+        const ssize_t got = pread(descriptor_.get(), buffer.data() + done, buffer.size() - done,
                                   offset + static_cast<std::int64_t>(done));
         if (got < 0 && errno == EINTR)
             continue;
@@ -94,14 +80,14 @@ std::size_t ImageFile::read(std::int64_t offset, std::span<std::byte> buffer)
 std::int64_t ImageFile::lengthNow() const
 {
     struct stat found {};
-    return fstat(descriptor_.number(), &found) == 0 ? found.st_size : 0;
+    return fstat(descriptor_.get(), &found) == 0 ? found.st_size : 0;
 }
 
 bool ImageFile::isStillThere() const
 {
     struct stat open {};
     struct stat named {};
-    return fstat(descriptor_.number(), &open) == 0 && stat(path_.c_str(), &named) == 0 && open.st_ino == named.st_ino &&
+    return fstat(descriptor_.get(), &open) == 0 && stat(path_.c_str(), &named) == 0 && open.st_ino == named.st_ino &&
            open.st_dev == named.st_dev;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/discs/sound_file.h"
+#include "host/posix/descriptor.h"
 
 #include "base/result.h"
 
@@ -12,20 +13,6 @@
 #include <string>
 
 namespace tonquay::host {
-
-/// An open file, closed when this goes.
-class Descriptor {
-public:
-    explicit Descriptor(int number = -1) : number_(number) {}
-    Descriptor(Descriptor&& other) noexcept;
-    Descriptor& operator=(Descriptor&& other) noexcept;
-    ~Descriptor();
-
-    int number() const { return number_; }
-
-private:
-    int number_;
-};
 
 /// One file that holds parts of a disc, open for reading: raw bytes, or sound that is decoded.
 class ImageFile {

@@ -60,15 +60,19 @@ struct RealHost::Services {
     std::optional<Interrupt> interrupt;
 
     Services(HostDriveSet& drives, Settings given, Places found, std::optional<PrivateFolder> ownFolder)
-        : places(std::move(found)), privateFolder(std::move(ownFolder)), log(places.logFile, given.diagnose),
+        : places(std::move(found)),
+          privateFolder(std::move(ownFolder)),
+          log(places.logFile, given.diagnose),
           files({.root = "/",
                  .programFolder = privateFolder ? privateFolder->path() : given.programFolder,
                  .discTracks = [&drives](wchar_t letter) { return discTracks(drives, letter); }},
                 held),
           processes(files, loop, log, held, endActions,
                     {.outputFile = places.logFile + ".programs", .searchPath = searchPath()}),
-          dialogs(std::move(given.say)), settings(places.settingsFile, log),
-          system(files, log, endActions, {.tempFolder = places.tempFolder}), engine(drives, loop, log)
+          dialogs(std::move(given.say)),
+          settings(places.settingsFile, log),
+          system(files, log, endActions, {.tempFolder = places.tempFolder}),
+          engine(drives, loop, log)
     {
         if (privateFolder)
             endActions.add([this] { privateFolder->remove(); });
@@ -80,10 +84,7 @@ struct RealHost::Services {
     }
 };
 
-RealHost::RealHost(DriveSources drives)
-    : drives_(driveSet(drives)), discs_(std::make_unique<HostDiscs>(*drives_))
-{
-}
+RealHost::RealHost(DriveSources drives) : drives_(driveSet(drives)), discs_(std::make_unique<HostDiscs>(*drives_)) {}
 
 RealHost::~RealHost()
 {

@@ -20,10 +20,11 @@ namespace tonquay::host {
 class RealHost {
 public:
     struct Settings {
-        std::string programFolder;  ///< host path, mounted as C:\CDTONQUAY; empty: a private one, removed at the end
-        std::function<void(std::string)> say;   ///< message boxes, one line each
-        std::function<void(std::string_view area, std::string_view text)> diagnose; ///< diagnostic lines, beside the log
-        std::function<void()> interrupt;        ///< Ctrl-C and the like, on the logic's thread
+        std::string programFolder; ///< host path, mounted as C:\CDTONQUAY; empty: a private one, removed at the end
+        std::function<void(std::string)> say; ///< message boxes, one line each
+        std::function<void(std::string_view area, std::string_view text)>
+            diagnose;                    ///< diagnostic lines, beside the log
+        std::function<void()> interrupt; ///< Ctrl-C and the like, on the logic's thread
         std::function<void(const platform::DecodeReport&)> decodeEnd;
     };
 

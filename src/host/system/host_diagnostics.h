@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/system/descriptor.h"
+#include "host/posix/descriptor.h"
 #include "platform/diagnostics.h"
 
 #include <functional>

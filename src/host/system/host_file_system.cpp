@@ -1,7 +1,7 @@
 #include "host/system/host_file_system.h"
 
 #include "base/text.h"
-#include "host/system/descriptor.h"
+#include "host/posix/descriptor.h"
 #include "host/system/gathered_file.h"
 #include "host/system/pattern.h"
 #include "host/system/replaced_file.h"

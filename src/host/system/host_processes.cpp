@@ -1,7 +1,7 @@
 #include "host/system/host_processes.h"
 
 #include "base/text.h"
-#include "host/system/descriptor.h"
+#include "host/posix/descriptor.h"
 #include "host/system/spawn.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "host/system/host_settings_store.h"
 
 #include "base/text.h"
-#include "host/system/descriptor.h"
+#include "host/posix/descriptor.h"
 #include "host/system/places.h"
 #include "host/system/replaced_file.h"
 

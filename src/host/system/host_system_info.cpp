@@ -1,7 +1,7 @@
 #include "host/system/host_system_info.h"
 
 #include "base/text.h"
-#include "host/system/descriptor.h"
+#include "host/posix/descriptor.h"
 
 #include <cerrno>
 #include <fcntl.h>

@@ -40,7 +40,8 @@ void handleAll(void (*handler)(int))
 }
 
 Interrupt::Interrupt(HostEventLoop& loop, std::function<void()> call)
-    : signals_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), call_(std::move(call))
+    : signals_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      call_(std::move(call))
 {
     signalDescriptor = signals_.get();
     signalsSeen = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/system/descriptor.h"
+#include "host/posix/descriptor.h"
 #include "host/system/host_event_loop.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #include "host/system/replaced_file.h"
 
-#include "host/system/descriptor.h"
+#include "host/posix/descriptor.h"
 
 #include <algorithm>
 #include <cerrno>

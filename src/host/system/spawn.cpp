@@ -1,6 +1,6 @@
 #include "host/system/spawn.h"
 
-#include "host/system/descriptor.h"
+#include "host/posix/descriptor.h"
 
 #include <csignal>
 #include <fcntl.h>

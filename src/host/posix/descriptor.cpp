@@ -1,4 +1,4 @@
-#include "host/system/descriptor.h"
+#include "host/posix/descriptor.h"
 
 #include <algorithm>
 #include <cerrno>
