@@ -151,7 +151,8 @@ int open64(const char* path, int flags, ...)
     return open(path, flags, mode);
 }
 
-// What fortified programs call instead.
+// What fortified programs call instead. The C library has chosen the names.
+// NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming)
 int __open_2(const char* path, int flags)
 {
     return open(path, flags);
@@ -161,6 +162,7 @@ int __open64_2(const char* path, int flags)
 {
     return open(path, flags);
 }
+// NOLINTEND(bugprone-reserved-identifier, readability-identifier-naming)
 
 int close(int descriptor)
 {
@@ -214,7 +216,11 @@ char* realpath(const char* path, char* resolved) noexcept
     static auto* const real = next<char*(const char*, char*)>("realpath");
     if (!driveAt(path))
         return real(path, resolved);
-    return resolved ? std::strcpy(resolved, path) : strdup(path);
+    if (!resolved)
+        return strdup(path);
+    // The caller's buffer has room for any path.
+    std::memcpy(resolved, path, std::strlen(path) + 1);
+    return resolved;
 }
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <mutex>
@@ -21,14 +22,9 @@ namespace {
 constexpr unsigned capabilitiesPageCode = 0x2a;
 constexpr unsigned commandTimeout = 10'000;
 
-const CdIo_t* cdio(const std::unique_ptr<void, auto>& handle)
+CdIo_t* cdioOf(void* handle)
 {
-    return static_cast<const CdIo_t*>(handle.get());
-}
-
-CdIo_t* changingCdio(const std::unique_ptr<void, auto>& handle)
-{
-    return static_cast<CdIo_t*>(handle.get());
+    return static_cast<CdIo_t*>(handle);
 }
 
 std::string trimmed(const char* padded)
@@ -61,7 +57,7 @@ std::wstring genre(const cdtext_t* text)
 
 void CdioDrive::Closer::operator()(void* handle) const
 {
-    cdio_destroy(static_cast<CdIo_t*>(handle));
+    cdio_destroy(cdioOf(handle));
 }
 
 CdioDrive::CdioDrive(std::unique_ptr<void, Closer> handle) : handle_(std::move(handle)) {}
@@ -83,7 +79,7 @@ std::optional<CdioDrive> CdioDrive::open(const std::string& device, Access acces
 std::optional<CdioDrive::Hardware> CdioDrive::hardware() const
 {
     cdio_hwinfo_t info{};
-    if (!cdio_get_hwinfo(cdio(handle_), &info))
+    if (!cdio_get_hwinfo(cdioOf(handle_.get()), &info))
         return std::nullopt;
     return Hardware{trimmed(info.psz_vendor), trimmed(info.psz_model), trimmed(info.psz_revision)};
 }
@@ -92,7 +88,7 @@ std::optional<CapabilitiesPage> CdioDrive::capabilities() const
 {
     constexpr std::size_t header = 8;
     std::array<std::uint8_t, 256> answer{};
-    if (mmc_mode_sense_10(changingCdio(handle_), answer.data(), answer.size(), capabilitiesPageCode) !=
+    if (mmc_mode_sense_10(cdioOf(handle_.get()), answer.data(), answer.size(), capabilitiesPageCode) !=
         DRIVER_OP_SUCCESS)
         return std::nullopt;
     const std::size_t told = 2 + (std::size_t{answer[0]} << 8 | answer[1]);
@@ -105,7 +101,7 @@ std::optional<CapabilitiesPage> CdioDrive::capabilities() const
 
 std::optional<RawTable> CdioDrive::table() const
 {
-    CdIo_t* handle = changingCdio(handle_);
+    CdIo_t* handle = cdioOf(handle_.get());
     const track_t first = cdio_get_first_track_num(handle);
     const track_t count = cdio_get_num_tracks(handle);
     if (first == CDIO_INVALID_TRACK || count == CDIO_INVALID_TRACK)
@@ -127,7 +123,7 @@ std::optional<RawTable> CdioDrive::table() const
 platform::DiscNames CdioDrive::names(const std::vector<platform::DiscTrack>& tracks) const
 {
     platform::DiscNames names;
-    const cdtext_t* text = cdio_get_cdtext(changingCdio(handle_));
+    const cdtext_t* text = cdio_get_cdtext(cdioOf(handle_.get()));
     if (!text)
         return names;
     names.artist = field(text, CDTEXT_FIELD_PERFORMER, 0);
@@ -144,7 +140,7 @@ platform::DiscNames CdioDrive::names(const std::vector<platform::DiscTrack>& tra
 CdioDrive::Answer CdioDrive::readAudio(int firstSector, int count, std::span<std::byte> buffer) const
 {
     const auto result =
-        cdio_read_audio_sectors(cdio(handle_), buffer.data(), firstSector, static_cast<std::uint32_t>(count));
+        cdio_read_audio_sectors(cdioOf(handle_.get()), buffer.data(), firstSector, static_cast<std::uint32_t>(count));
     if (result == DRIVER_OP_SUCCESS)
         return Answer::good;
     return senseSaysNoMedium() ? Answer::noMedium : Answer::failed;
@@ -153,7 +149,7 @@ CdioDrive::Answer CdioDrive::readAudio(int firstSector, int count, std::span<std
 bool CdioDrive::senseSaysNoMedium() const
 {
     cdio_mmc_request_sense_t* sense = nullptr;
-    const int bytes = mmc_last_cmd_sense(cdio(handle_), &sense);
+    const int bytes = mmc_last_cmd_sense(cdioOf(handle_.get()), &sense);
     const std::unique_ptr<cdio_mmc_request_sense_t, void (*)(void*)> owner(sense, cdio_free);
     constexpr int neededBytes = 13;
     constexpr unsigned notReady = 2;
@@ -163,12 +159,12 @@ bool CdioDrive::senseSaysNoMedium() const
 
 bool CdioDrive::ejectDisc() const
 {
-    return mmc_start_stop_unit(cdio(handle_), true, false, 0, commandTimeout) == DRIVER_OP_SUCCESS;
+    return mmc_start_stop_unit(cdioOf(handle_.get()), true, false, 0, commandTimeout) == DRIVER_OP_SUCCESS;
 }
 
 bool CdioDrive::allowRemoval() const
 {
-    return mmc_prevent_allow_medium_removal(cdio(handle_), false, false, commandTimeout) == DRIVER_OP_SUCCESS;
+    return mmc_prevent_allow_medium_removal(cdioOf(handle_.get()), false, false, commandTimeout) == DRIVER_OP_SUCCESS;
 }
 
 }

@@ -114,9 +114,15 @@ void ImageDrive::tellFailure(Seen& seen, const base::Failure& failure)
 {
     const std::string path = image_.string();
     const bool sheetIsThere = isThere(image_);
+    const bool filesAreGone = !sheetIsThere || failure.kind == base::Failure::Kind::notFound;
+    // A reader finds out for itself how far its files still go; they are looked at again when it is through.
+    if (!filesAreGone && seen.medium && seen.medium->hasReaders()) {
+        looksSinceInside_ = looksBetweenOpenings;
+        return;
+    }
     if (!sheetIsThere && !everOpened_)
         seen.noDisc(DriveProblem::noDevice, "There is no image " + path + ": name one that exists");
-    else if (!sheetIsThere || (everOpened_ && failure.kind == base::Failure::Kind::notFound))
+    else if (filesAreGone && everOpened_)
         seen.noDisc(DriveProblem::noDisc, "The files of the image " + path + " are gone: put them back");
     else if (failure.kind == base::Failure::Kind::refused)
         seen.noDisc(DriveProblem::noPermission, base::describe(failure));

@@ -18,11 +18,14 @@ using platform::DriveProblem;
 /// Four sectors of silence.
 class FakeImage : public Disc {
 public:
+    explicit FakeImage(bool audio) : tracks_{{1, 0, 4, audio}} {}
+
     const std::vector<platform::DiscTrack>& tracks() const override { return tracks_; }
     const platform::DiscNames& names() const override { return names_; }
     Read read(int, std::span<std::byte> buffer) override { return {buffer.size() / sectorBytes, ReadEnd::full}; }
 
-    std::vector<platform::DiscTrack> tracks_{{1, 0, 4, true}};
+private:
+    std::vector<platform::DiscTrack> tracks_;
     platform::DiscNames names_{
         .artist = L"Somebody", .album = {}, .year = {}, .genre = {}, .comment = {}, .titles = {}};
 };
@@ -38,22 +41,20 @@ base::Result<std::unique_ptr<Disc>> openFake(const std::filesystem::path& sheet)
         return Failure{Failure::Kind::invalid, sheet.string() + ":7", "times run backwards"};
     if (word != "data" && !std::filesystem::exists(sheet.parent_path() / word))
         return Failure{Failure::Kind::notFound, sheet.string() + ":1", word + " is missing"};
-    auto image = std::make_unique<FakeImage>();
-    image->tracks_[0].audio = word != "data";
-    return std::unique_ptr<Disc>(std::move(image));
+    return std::unique_ptr<Disc>(std::make_unique<FakeImage>(word != "data"));
 }
 
 class ImageDrives : public testing::Test {
 protected:
-    void write(const char* name, const std::string& text) const { std::ofstream(folder_ / name) << text; }
+    void write(const char* name, const std::string& text) const { std::ofstream(folder / name) << text; }
 
     std::unique_ptr<HostDriveSet> drives(std::chrono::milliseconds interval = 50ms) const
     {
-        return driveSet({.images = {folder_ / "disc.cue"}, .machine = false, .interval = interval, .opener = openFake});
+        return driveSet({.images = {folder / "disc.cue"}, .machine = false, .interval = interval, .opener = openFake});
     }
 
-    const SimulatedDisc place_{SimulatedDisc::threeTracks, 1};
-    const std::filesystem::path folder_ = place_.folder();
+    const SimulatedDisc place{SimulatedDisc::threeTracks, 1};
+    const std::filesystem::path folder = place.folder();
 };
 
 TEST_F(ImageDrives, tellHonestlyWhatTheyAre)
@@ -106,13 +107,28 @@ TEST_F(ImageDrives, aFileThatGoesAwayIsADiscTakenOut)
     std::vector<std::byte> buffer(Disc::sectorBytes);
     for (const char* name : {"a.bin", "disc.cue"}) {
         ASSERT_EQ(drive.tracks().size(), 1u);
-        std::filesystem::rename(folder_ / name, folder_ / "away");
+        std::filesystem::rename(folder / name, folder / "away");
         EXPECT_TRUE(eventually([&] { return drive.tracks().empty(); })) << name;
         EXPECT_EQ(drive.description().problem, DriveProblem::noDisc) << name;
         EXPECT_EQ(reader->read(0, buffer).end, Disc::ReadEnd::gone) << name;
-        std::filesystem::rename(folder_ / "away", folder_ / name);
+        std::filesystem::rename(folder / "away", folder / name);
         EXPECT_TRUE(eventually([&] { return drive.tracks().size() == 1; })) << name;
     }
+}
+
+TEST_F(ImageDrives, aReaderGoesOnWhileItsFilesAreSpoilt)
+{
+    write("disc.cue", "a.bin");
+    write("a.bin", "x");
+    const auto set = drives(20ms);
+    Drive& drive = set->at(0);
+    auto reader = drive.openDisc();
+    write("disc.cue", "broken");
+    std::this_thread::sleep_for(100ms);
+    std::vector<std::byte> buffer(Disc::sectorBytes);
+    EXPECT_EQ(reader->read(0, buffer).end, Disc::ReadEnd::full);
+    reader.reset();
+    EXPECT_TRUE(eventually([&] { return drive.description().problem == DriveProblem::unreadable; }));
 }
 
 TEST_F(ImageDrives, tellWhyTheyGiveNoDisc)
@@ -123,7 +139,7 @@ TEST_F(ImageDrives, tellWhyTheyGiveNoDisc)
         DriveProblem problem;
         std::string text;
     };
-    const std::string path = (folder_ / "disc.cue").string();
+    const std::string path = (folder / "disc.cue").string();
     const Case cases[] = {
         {"no sheet", "", DriveProblem::noDevice, "There is no image " + path + ": name one that exists"},
         {"broken", "broken", DriveProblem::unreadable, path + ":7: times run backwards"},
@@ -131,7 +147,7 @@ TEST_F(ImageDrives, tellWhyTheyGiveNoDisc)
         {"data only", "data", DriveProblem::dataDisc, "The disc holds data only: put an audio disc in"},
     };
     for (const Case& c : cases) {
-        std::filesystem::remove(folder_ / "disc.cue");
+        std::filesystem::remove(folder / "disc.cue");
         if (*c.sheet)
             write("disc.cue", c.sheet);
         const auto set = drives();
