@@ -34,7 +34,7 @@ HostAudioEngine::HostAudioEngine(DriveSet& drives, platform::EventLoop& loop, pl
     : drives_(drives),
       loop_(loop),
       log_(log),
-      output_(log),
+      output_(loop, log),
       alive_(std::make_shared<const bool>(true))
 {}
 

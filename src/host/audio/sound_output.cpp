@@ -3,6 +3,7 @@
 #include <SDL.h>
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace tonquay::host {
 
@@ -72,30 +73,39 @@ private:
     SDL_AudioDeviceID device_ = 0;
 };
 
-SoundOutput::SoundOutput(platform::Diagnostics& log) : log_(log) {}
+SoundOutput::SoundOutput(platform::EventLoop& loop, platform::Diagnostics& log) : loop_(loop), log_(log) {}
 
 SoundOutput::~SoundOutput() = default;
 
 bool SoundOutput::add(std::shared_ptr<Voice> voice)
 {
-    if (!device_) {
-        device_ = std::make_unique<Device>(nullptr, *this);
-        if (!*device_) {
-            const std::string why = SDL_GetError();
-            device_.reset();
-            device_ = std::make_unique<Device>("dummy", *this);
-            log_.line("sound", "no sound device, playing silently: " + why);
-        }
-        if (!*device_) {
-            device_.reset();
-            return false;
-        }
-    }
+    if (!open())
+        return false;
+    restTimer_.reset();
     {
         const auto held = lock();
         voices_.push_back(std::move(voice));
     }
     device_->rest(false);
+    return true;
+}
+
+bool SoundOutput::open()
+{
+    if (device_)
+        return true;
+    auto device = std::make_unique<Device>(nullptr, *this);
+    if (!*device) {
+        const std::string why = SDL_GetError();
+        // One sound system at a time: the first must be gone before the silent one starts.
+        device.reset();
+        device = std::make_unique<Device>("dummy", *this);
+        if (!std::exchange(toldOfNoDevice_, true))
+            log_.line("sound", "no sound device, playing silently: " + why);
+    }
+    if (!*device)
+        return false;
+    device_ = std::move(device);
     return true;
 }
 
@@ -109,12 +119,16 @@ void SoundOutput::remove(const std::shared_ptr<Voice>& voice)
         voice->rest();
         silent = voices_.empty();
     }
-    if (silent && device_)
-        device_->rest(true);
+    if (!silent || !device_)
+        return;
+    device_->rest(true);
+    // A timer is not ended inside its own tick; add() and close() end it.
+    restTimer_ = loop_.every(std::chrono::seconds{2}, [this] { device_.reset(); });
 }
 
 void SoundOutput::close()
 {
+    restTimer_.reset();
     device_.reset();
 }
 

@@ -2,6 +2,7 @@
 
 #include "host/audio/voice.h"
 #include "platform/diagnostics.h"
+#include "platform/event_loop.h"
 
 #include <memory>
 #include <mutex>
@@ -12,11 +13,12 @@ namespace tonquay::host {
 /// The sound device and the voices that are heard on it. Several voices sound together: their samples are added, and
 /// what would be too loud for 16 bits is cut off there.
 ///
-/// The device is opened by the first voice, never before, and rests while there is none. A machine without a device
-/// gets a silent one that runs at the right speed, and a line says so. All calls belong to the logic's thread.
+/// The device is opened by the first voice, never before, rests while there is none, and is closed after two seconds of
+/// that, since an open device takes processor time. A machine without a device gets a silent one that runs at the right
+/// speed, and a line says so. All calls belong to the logic's thread.
 class SoundOutput {
 public:
-    explicit SoundOutput(platform::Diagnostics& log);
+    SoundOutput(platform::EventLoop& loop, platform::Diagnostics& log);
     ~SoundOutput(); ///< like close()
     SoundOutput(const SoundOutput&) = delete;
     SoundOutput& operator=(const SoundOutput&) = delete;
@@ -38,12 +40,16 @@ public:
 private:
     class Device;
 
+    bool open();
     void fill(std::span<std::int16_t> block);
 
+    platform::EventLoop& loop_;
     platform::Diagnostics& log_;
     std::mutex mutex_;
     std::vector<std::shared_ptr<Voice>> voices_;
     std::unique_ptr<Device> device_;
+    bool toldOfNoDevice_ = false;
+    std::unique_ptr<platform::EventLoop::LoopTimer> restTimer_; ///< runs while nothing is heard
 };
 
 }

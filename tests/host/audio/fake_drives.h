@@ -169,7 +169,23 @@ public:
         posted_.notify_all();
     }
 
-    std::unique_ptr<LoopTimer> every(std::chrono::milliseconds, std::function<void()>) override { return nullptr; }
+    std::unique_ptr<LoopTimer> every(std::chrono::milliseconds, std::function<void()> tick) override
+    {
+        auto timer = std::make_unique<Timer>();
+        timer->tick = std::make_shared<std::function<void()>>(std::move(tick));
+        timers_.push_back(timer->tick);
+        return timer;
+    }
+
+    /// Time goes by for every timer that runs. True when there was one.
+    bool tick()
+    {
+        std::erase_if(timers_, [](const auto& timer) { return timer.expired(); });
+        for (const auto& timer : timers_)
+            if (const auto due = timer.lock())
+                (*due)();
+        return !timers_.empty();
+    }
 
     /// Sleeps until something is posted, and runs nothing of it.
     bool somethingIsPosted()
@@ -191,8 +207,13 @@ public:
     }
 
 private:
+    struct Timer : LoopTimer {
+        std::shared_ptr<std::function<void()>> tick;
+    };
+
     std::mutex mutex_;
     std::condition_variable posted_;
+    std::vector<std::weak_ptr<std::function<void()>>> timers_;
     std::deque<std::function<void()>> calls_;
 };
 

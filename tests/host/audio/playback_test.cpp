@@ -261,6 +261,27 @@ TEST_F(Playback, seekGoesToTheVeryFrame)
     }
 }
 
+TEST_F(Playback, theDeviceIsClosedWhenNothingWasHeardForAWhile)
+{
+    insert({600});
+    const auto stream = make(0, 0);
+    engine.BASS_ChannelPlay(stream, true);
+    EXPECT_FALSE(loop.tick()) << "no timer while something is heard";
+    EXPECT_TRUE(engine.soundDeviceIsOpen());
+    ASSERT_TRUE(untilPosition(stream, 50000));
+    engine.BASS_ChannelPause(stream);
+    EXPECT_TRUE(engine.soundDeviceIsOpen());
+    const auto place = engine.BASS_ChannelGetPosition(stream, 0);
+    EXPECT_TRUE(loop.tick());
+    EXPECT_FALSE(engine.soundDeviceIsOpen());
+    EXPECT_EQ(engine.BASS_ChannelGetPosition(stream, 0), place);
+
+    EXPECT_TRUE(engine.BASS_ChannelPlay(stream, false));
+    EXPECT_TRUE(engine.soundDeviceIsOpen());
+    EXPECT_FALSE(loop.tick());
+    EXPECT_TRUE(untilPosition(stream, place + 50000));
+}
+
 TEST_F(Playback, aStreamThatIsNotAutomaticallyFreedPlaysAgainFromItsStart)
 {
     const auto disc = insert({30});
