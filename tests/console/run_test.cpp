@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "fake_screen.h"
+#include "support/fake_host.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
@@ -38,18 +39,22 @@ public:
 struct World {
     FakeDiscs discs;
     FakeScreen screen;
+    test::FakeHost host;
     DiscChoice choice;
 
     ExitStatus run(const std::vector<std::string>& arguments)
     {
         struct Borrowed final : Host {
-            explicit Borrowed(FakeDiscs& d) : borrowed(d) {}
-            platform::Discs& discs() override { return borrowed; }
-            FakeDiscs& borrowed;
+            explicit Borrowed(World& w) : world(w) {}
+            platform::Discs& discs() override { return world.discs; }
+            base::Result<platform::Platform> open(RunListener) override { return world.host.platform(); }
+            std::string savedSettingsFolder() override { return world.host.files.hostPath(L"C:\\SAVED"); }
+            std::string musicFolder() override { return {}; }
+            World& world;
         };
         return console::run(arguments, screen, [this](const DiscChoice& made) -> base::Result<std::unique_ptr<Host>> {
             choice = made;
-            return std::unique_ptr<Host>(std::make_unique<Borrowed>(discs));
+            return std::unique_ptr<Host>(std::make_unique<Borrowed>(*this));
         });
     }
 };
@@ -254,6 +259,33 @@ TEST(Run, outputThatIsLostIsNoSuccess)
     world.screen.broken = true;
     EXPECT_EQ(world.run({"--version"}), ExitStatus::incomplete);
     EXPECT_EQ(world.run({"rip", "--format", "flac"}), ExitStatus::usage);
+}
+
+TEST(Rip, refusesWhatItCannotDoBeforeAnythingIsWritten)
+{
+    struct Case {
+        const char* what;
+        std::vector<std::string> options;
+        const char* says;
+    };
+    const Case cases[] = {
+        {"a data track", {"--tracks", "3"}, "3"},
+        {"a track that is not there", {"--tracks", "9"}, "9"},
+        {"a title for a track that is not there", {"--title", "9=Night"}, "9"},
+        {"the default format of a user without settings", {}, "not available yet"},
+        {"no output folder at all", {"--format", "wav"}, "--output"},
+    };
+    for (const Case& c : cases) {
+        World world;
+        world.discs.found = {drive(L'D', true)};
+        world.discs.table = disc();
+        const auto before = world.host.files.allFiles();
+        std::vector<std::string> arguments{"rip"};
+        arguments.insert(arguments.end(), c.options.begin(), c.options.end());
+        EXPECT_EQ(world.run(arguments), ExitStatus::usage) << c.what;
+        EXPECT_THAT(world.screen.problems, ElementsAre(HasSubstr(c.says))) << c.what;
+        EXPECT_EQ(world.host.files.allFiles(), before) << c.what;
+    }
 }
 
 }

@@ -185,7 +185,7 @@ fs::path makeCue(const fs::path& folder, const DiscPlan& plan)
             bytes.clear();
         }
     }
-    const fs::path path = folder / (plan.name + ".cue");
+    fs::path path = folder / (plan.name + ".cue");
     writeFile(path, sheet);
     return path;
 }
@@ -215,8 +215,9 @@ fs::path makeToc(const fs::path& folder, const DiscPlan& plan)
         if (track.silentPregap > 0)
             sheet += gap + timeOf(track.silentPregap) + "\n";
         const std::string offset = bytes.empty() ? "" : " #" + std::to_string(bytes.size());
-        sheet += (track.audio ? "FILE \"" : "DATAFILE \"") + file + "\"" + offset + (track.audio ? " 0 " : " ") +
-                 timeOf(track.pregap + track.sectors) + "\n";
+        const std::string length = (track.audio ? " 0 " : " ") + timeOf(track.pregap + track.sectors);
+        sheet += track.audio ? "FILE \"" : "DATAFILE \"";
+        sheet.append(file).append("\"").append(offset).append(length).append("\n");
         if (track.silentPostgap > 0)
             sheet += gap + timeOf(track.silentPostgap) + "\n";
         if (track.pregap + track.silentPregap > 0)
@@ -227,7 +228,7 @@ fs::path makeToc(const fs::path& folder, const DiscPlan& plan)
             bytes.clear();
         }
     }
-    const fs::path path = folder / (plan.name + ".toc");
+    fs::path path = folder / (plan.name + ".toc");
     writeFile(path, sheet);
     return path;
 }
@@ -244,7 +245,7 @@ fs::path makeNrg(const fs::path& folder, const DiscPlan& plan)
                                track.audio ? static_cast<int>(sectorBytes) : track.dataSectorBytes, area.starts[i],
                                track.pregap + track.silentPregap, storedTrack(plan, i, true), track.title});
     }
-    const fs::path path = folder / (plan.name + ".nrg");
+    fs::path path = folder / (plan.name + ".nrg");
     writeFile(path, nrgImage(disc));
     return path;
 }
@@ -312,8 +313,8 @@ std::vector<std::byte> expectedSound(const DiscPlan& plan, std::size_t track)
     const Area area = areaOf(plan);
     const platform::DiscTrack place = expectedTable(plan)[track];
     std::vector<std::byte> bytes;
-    for (int i = 0; i < place.sectorCount; ++i)
-        append(bytes, patternSector(area.sectors[static_cast<std::size_t>(place.firstSector + i)]));
+    const auto first = area.sectors.begin() + place.firstSector;
+    std::for_each(first, first + place.sectorCount, [&](int sector) { append(bytes, patternSector(sector)); });
     return bytes;
 }
 
@@ -358,7 +359,7 @@ std::vector<std::byte> waveFile(const std::vector<std::byte>& sound)
     number(1, 2);
     number(2, 2);
     number(44100, 4);
-    number(44100 * 4, 4);
+    number(176400, 4);
     number(4, 2);
     number(16, 2);
     text("data");

@@ -43,7 +43,8 @@ private:
 
 std::uint64_t bcd(int number)
 {
-    return static_cast<std::uint64_t>(number / 10 * 16 + number % 10);
+    const auto tens = static_cast<std::uint64_t>(number / 10);
+    return tens << 4 | static_cast<std::uint64_t>(number % 10);
 }
 
 void cueEntry(Bytes& table, bool second, int number, int index, int sector)

@@ -108,12 +108,12 @@ base::Result<Sheet> CueParser::parse(std::wstring_view text)
     while (!text.empty()) {
         const std::size_t end = std::min(text.find_first_of(L"\r\n"), text.size());
         ++line_;
-        if (const Status status = command(withoutBlanks(text.substr(0, end))); !status)
+        if (Status status = command(withoutBlanks(text.substr(0, end))); !status)
             return status.failure();
         const bool two = text.substr(end).starts_with(L"\r\n");
         text.remove_prefix(std::min(end + (two ? 2 : 1), text.size()));
     }
-    if (const Status status = finish(); !status)
+    if (Status status = finish(); !status)
         return status.failure();
     return std::move(sheet_);
 }
@@ -168,7 +168,7 @@ void CueParser::remark(std::wstring_view rest)
 
 Status CueParser::file(std::wstring_view rest)
 {
-    if (const Status closed = closeFile(); !closed)
+    if (Status closed = closeFile(); !closed)
         return closed;
     if (sheet_.files.size() == maxSheetFiles)
         return refuse("more than " + std::to_string(maxSheetFiles) + " files");
@@ -197,7 +197,7 @@ Status CueParser::track(std::wstring_view rest)
 {
     if (sheet_.files.empty())
         return refuse("TRACK before the first FILE");
-    if (const Status closed = closeTrack(); !closed)
+    if (Status closed = closeTrack(); !closed)
         return closed;
     const std::wstring_view written = takeWord(rest);
     const auto number = wholeNumber(base::utf8(written), 99);
@@ -310,7 +310,7 @@ Status CueParser::finish()
 {
     if (!inTrack())
         return refuse(0, "there is no track in this sheet");
-    if (const Status closed = closeTrack(); !closed)
+    if (Status closed = closeTrack(); !closed)
         return closed;
     return closeFile();
 }

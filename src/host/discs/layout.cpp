@@ -81,7 +81,7 @@ Status Builder::place(const SheetTrack& track, const SheetPiece& piece, std::int
         stretch.file = piece.file;
         stretch.offset = piece.offset;
     }
-    if (const Status status = append(stretch, piece.line); !status || piece.rest != SheetPiece::Rest::pad)
+    if (Status status = append(stretch, piece.line); !status || piece.rest != SheetPiece::Rest::pad)
         return status;
     return fillSector(track);
 }
@@ -129,7 +129,7 @@ Status Builder::add(const SheetTrack& track)
     gap.first = end_;
     gap.bytes = track.emptyBefore * sectorBytes;
     gap.from = Stretch::From::nowhere;
-    if (const Status status = append(gap, track.line); !status)
+    if (Status status = append(gap, track.line); !status)
         return status;
 
     const std::int64_t begin = end_;
@@ -141,12 +141,12 @@ Status Builder::add(const SheetTrack& track)
         const auto stored = storedBytes(track, piece);
         if (!stored)
             return stored.failure();
-        if (const Status status = place(track, piece, *stored); !status)
+        if (Status status = place(track, piece, *stored); !status)
             return status;
     }
     if (track.startPiece >= track.pieces.size())
         start = end_;
-    if (const Status status = fillSector(track); !status)
+    if (Status status = fillSector(track); !status)
         return status;
 
     const std::string name = "track " + std::to_string(track.number);
@@ -186,9 +186,9 @@ base::Result<Layout> Builder::build()
     if (sheet_.tracks.size() > maxTracks)
         return sheetFailure(sheet_.path, sheet_.tracks[maxTracks].line, "more than 99 tracks");
     for (const SheetTrack& track : sheet_.tracks)
-        if (const Status status = add(track); !status)
+        if (Status status = add(track); !status)
             return status.failure();
-    if (const Status status = setCounts(); !status)
+    if (Status status = setCounts(); !status)
         return status.failure();
     return std::move(layout_);
 }

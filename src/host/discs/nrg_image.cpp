@@ -90,13 +90,13 @@ base::Result<Sheet> NrgParser::parse(std::span<const std::byte> chunks)
             return refuse("the chain of chunks is cut off").failure();
         if (next->name == "END!")
             break;
-        if (const Status status = chunk(*next); !status)
+        if (Status status = chunk(*next); !status)
             return status.failure();
     }
     if (tracks_.empty())
         return refuse("there is no track in this image").failure();
     for (const StoredTrack& track : tracks_)
-        if (const Status status = place(track); !status)
+        if (Status status = place(track); !status)
             return status.failure();
     sheet_.names = parseCdText(cdText_, sheet_.tracks.front().number);
     return std::move(sheet_);
@@ -143,7 +143,7 @@ Status NrgParser::discAtOnce(std::span<const std::byte> body)
             return refuse("track " + std::to_string(number) + " is of no known kind");
         track.mode = *mode;
         track.mayFollowGap = number == first;
-        if (const Status status = keep(track); !status)
+        if (Status status = keep(track); !status)
             return status;
     }
     return {};
@@ -167,7 +167,7 @@ Status NrgParser::trackAtOnce(std::span<const std::byte> body)
             return refuse("track " + std::to_string(track.number) + " is of no known kind");
         track.mode = *mode;
         track.mayFollowGap = true;
-        if (const Status status = keep(track); !status)
+        if (Status status = keep(track); !status)
             return status;
     }
     return body.empty() ? Status() : refuse("the table of tracks is cut off");

@@ -44,7 +44,7 @@ base::Result<Sheet> readSheet(const fs::path& path, ImageFile& opened)
 }
 
 /// A failure at the line of the sheet that names the file.
-base::Failure atLine(const Sheet& sheet, const SheetFile& file, base::Failure failure)
+base::Failure atLine(const Sheet& sheet, const SheetFile& file, const base::Failure& failure)
 {
     const std::string line = file.line > 0 ? ":" + std::to_string(file.line) : "";
     const std::string what = failure.where == sheet.path ? failure.text : base::describe(failure);

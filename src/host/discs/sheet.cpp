@@ -56,7 +56,7 @@ std::optional<int> sectorsOfTime(std::string_view text)
     std::array<int, 3> fields{};
     for (std::size_t i = 0; i < fields.size(); ++i) {
         const std::size_t end = i + 1 < fields.size() ? text.find(':') : text.size();
-        if (end == std::string_view::npos || end > 2)
+        if (end > 2)
             return std::nullopt;
         const auto field = wholeNumber(text.substr(0, end), most[i]);
         if (!field)

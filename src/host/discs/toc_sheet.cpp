@@ -85,13 +85,13 @@ std::string keyword(const TocWord& word)
 base::Result<Sheet> TocParser::parse()
 {
     while (words_.peek().kind != TocWord::Kind::end)
-        if (const Status status = statement(); !status)
+        if (Status status = statement(); !status)
             return status.failure();
     if (words_.broken())
         return refuse(words_.peek().line, "a text without a closing quote").failure();
     if (!inTrack())
         return sheetFailure(sheet_.path, 0, "there is no track in this table of contents");
-    if (const Status status = finishTrack(); !status)
+    if (Status status = finishTrack(); !status)
         return status.failure();
     return std::move(sheet_);
 }
@@ -178,7 +178,7 @@ base::Result<TocParser::Found> TocParser::pieceStatement(const std::string& word
 Status TocParser::track()
 {
     if (inTrack())
-        if (const Status status = finishTrack(); !status)
+        if (Status status = finishTrack(); !status)
             return status;
     const TocWord name = words_.take();
     const TrackMode* const mode = findMode(keyword(name));

@@ -15,11 +15,13 @@ namespace {
 using test::NrgDisc;
 using Bytes = std::vector<std::byte>;
 
+constexpr std::size_t sectorBytes = 2352;
+
 NrgDisc twoTracks(bool second, bool byTrack)
 {
     NrgDisc disc{.second = second, .byTrack = byTrack};
-    disc.tracks.push_back({.number = 1, .sector = 0, .stored = Bytes(4 * 2352)});
-    disc.tracks.push_back({.number = 2, .sector = byTrack ? 4 + 152 : 4, .stored = Bytes(3 * 2352)});
+    disc.tracks.push_back({.number = 1, .sector = 0, .stored = Bytes(4 * sectorBytes)});
+    disc.tracks.push_back({.number = 2, .sector = byTrack ? 4 + 152 : 4, .stored = Bytes(3 * sectorBytes)});
     return disc;
 }
 
@@ -69,8 +71,7 @@ TEST(NrgImage, whatDoesNotAddUpIsRefused)
     const Case cases[] = {
         {"unspoilt", [](Bytes&) {}, "1:0+4 2:4+3"},
         {"empty", [](Bytes& image) { image.clear(); }, "a.nrg: this is no Nero image: it is too short"},
-        {"no footer", [](Bytes& image) { image.resize(image.size() - 1); },
-         "a.nrg: this is no Nero image: its footer is missing"},
+        {"no footer", [](Bytes& image) { image.pop_back(); }, "a.nrg: this is no Nero image: its footer is missing"},
         {"chain behind the end", [](Bytes& image) { image[image.size() - 8] = std::byte{1}; },
          "a.nrg: the chunks of this image lie behind its end"},
         {"chain with the top bit", [](Bytes& image) { image[image.size() - 8] = std::byte{0x80}; },
@@ -145,7 +146,7 @@ TEST(NrgImage, namesAreReadFromCdText)
     const Case cases[] = {
         {"two-byte characters", [](Bytes& bytes) { bytes[3] |= std::byte{0x80}; }, L""},
         {"another language", [](Bytes& bytes) { bytes[3] |= std::byte{0x10}; }, L""},
-        {"cut off", [](Bytes& bytes) { bytes.resize(17); }, L""},
+        {"cut off", [](Bytes& bytes) { bytes.erase(bytes.begin() + 17, bytes.end()); }, L""},
         {"nothing", [](Bytes& bytes) { bytes.clear(); }, L""},
         {"a track past 99", [](Bytes& bytes) { bytes[1] = std::byte{0x7F}; }, L""},
         {"Windows-1252", [](Bytes& bytes) { bytes[4] = std::byte{0xC4}; }, L"\u00C4lbum"},

@@ -12,7 +12,7 @@ std::string outcomeOfToc(const std::string& text)
     const auto sheet = parseTocSheet(text, "a.toc");
     if (!sheet)
         return base::describe(sheet.failure());
-    const std::vector<std::int64_t> lengths(sheet->files.size(), 100 * 2352);
+    const std::vector<std::int64_t> lengths(sheet->files.size(), 235200);
     const auto layout = layOut(*sheet, lengths);
     if (!layout)
         return base::describe(layout.failure());
