@@ -1,6 +1,7 @@
 #include "host/system/host_processes.h"
 #include "real_files.h"
 #include "support/fake_diagnostics.h"
+#include "support/processes_contract.h"
 
 #include <gtest/gtest.h>
 
@@ -208,4 +209,30 @@ TEST_F(HostProcesses, theEndOfTheProgramRunsItsEndActionsAndLeavesChildrenAlive)
     kill(child, SIGKILL);
 }
 
+}
+
+namespace {
+
+struct RealWorld {
+    RealWorld()
+    {
+        test::writeHostFile(real.root / "enc.exe", "#!/bin/sh\nsleep 0.2\nexit 3\n");
+        fs::permissions(real.root / "enc.exe", fs::perms(0755));
+    }
+    platform::Processes& processes() { return started; }
+    platform::EventLoop& loop() { return dispatcher; }
+    platform::FileSystem& files() { return real.files(); }
+    std::wstring command() { return L"C:\\ENC.EXE \"C:\\out.mp3\""; }
+
+    test::RealFiles real;
+    host::HostEventLoop dispatcher;
+    test::FakeDiagnostics log;
+    host::EndActions end;
+    host::HostProcesses started{real.files(), dispatcher, log, real.held, end, {"/dev/null", ""}};
+};
+
+}
+
+namespace tonquay::test {
+INSTANTIATE_TYPED_TEST_SUITE_P(Real, ProcessesContract, RealWorld);
 }
