@@ -14,6 +14,7 @@ using Engine = platform::AudioEngine;
 using Report = platform::DecodeReport;
 
 constexpr std::size_t blockBytes = 20000;
+constexpr std::int64_t sector = 2352;
 
 class Decode : public testing::Test {
 protected:
@@ -135,13 +136,13 @@ TEST_F(Decode, deliversAllBeforeABadSectorThenFails)
         Report::End end;
     };
     const Case cases[] = {
-        {"in the middle of a run", 10 + 333, -1, 333 * 2352, Report::End::unreadable},
-        {"at the start of a run", 10 + 150, -1, 150 * 2352, Report::End::unreadable},
+        {"in the middle of a run", 10 + 333, -1, 333 * sector, Report::End::unreadable},
+        {"at the start of a run", 10 + 150, -1, 150 * sector, Report::End::unreadable},
         {"the first sector", 10, -1, 0, Report::End::unreadable},
-        {"the last sector", 10 + 599, -1, 599 * 2352, Report::End::unreadable},
-        {"a block ends right before it", 10 + 1250 - 1000 + 250, -1, 500 * 2352, Report::End::unreadable},
-        {"taken out", -1, 10 + 80, 80 * 2352, Report::End::gone},
-        {"the track behind is no matter", 10 + 600, -1, 600 * 2352, Report::End::complete},
+        {"the last sector", 10 + 599, -1, 599 * sector, Report::End::unreadable},
+        {"a block ends right before it", 10 + 1250 - 1000 + 250, -1, 500 * sector, Report::End::unreadable},
+        {"taken out", -1, 10 + 80, 80 * sector, Report::End::gone},
+        {"the track behind is no matter", 10 + 600, -1, 600 * sector, Report::End::complete},
     };
     const auto disc = insert({10, 600, 5});
     const Bytes whole = disc->track(1);

@@ -17,6 +17,8 @@ using Engine = platform::AudioEngine;
 using namespace std::chrono_literals;
 
 constexpr std::size_t frame = 4;
+constexpr std::int64_t sector = 2352;
+constexpr std::int64_t second = 176400;
 
 /// Plays into a file, about twenty times as fast as one would listen.
 class Playback : public testing::Test {
@@ -224,12 +226,12 @@ TEST_F(Playback, seekGoesToTheVeryFrame)
         std::int64_t place;
     };
     const Case cases[] = {
-        {"ahead of all that was read", 9 * 176400 + 1000, Case::playing, 9 * 176400 + 1000},
+        {"ahead of all that was read", 9 * second + 1000, Case::playing, 9 * second + 1000},
         {"back", 8, Case::playing, 8},
         {"inside a frame", 2355, Case::playing, 2352},
-        {"while paused, on the edge of a sector", 2352 * 500, Case::paused, 2352 * 500},
+        {"while paused, on the edge of a sector", sector * 500, Case::paused, sector * 500},
         {"before it was ever played", 1764000, Case::fresh, 1764000},
-        {"to the very end", 750 * 2352, Case::playing, 750 * 2352},
+        {"to the very end", 750 * sector, Case::playing, 750 * sector},
     };
     const auto disc = insert({3, 750});
     const Bytes track = disc->track(1);
@@ -244,7 +246,7 @@ TEST_F(Playback, seekGoesToTheVeryFrame)
         if (c.when == Case::paused)
             engine.BASS_ChannelPause(stream);
         EXPECT_FALSE(engine.BASS_ChannelSetPosition(stream, -4, 0));
-        EXPECT_FALSE(engine.BASS_ChannelSetPosition(stream, 750 * 2352 + 4, 0));
+        EXPECT_FALSE(engine.BASS_ChannelSetPosition(stream, 750 * sector + 4, 0));
         EXPECT_TRUE(engine.BASS_ChannelSetPosition(stream, c.to, 0)) << c.what;
         if (c.when != Case::playing) {
             EXPECT_EQ(engine.BASS_ChannelGetPosition(stream, 0), c.place) << c.what;
@@ -291,7 +293,7 @@ TEST_F(Playback, aStreamThatIsNotAutomaticallyFreedPlaysAgainFromItsStart)
     engine.BASS_ChannelPlay(stream, true);
     ASSERT_TRUE(untilSync());
     EXPECT_EQ(engine.BASS_ChannelIsActive(stream), Engine::stopped);
-    EXPECT_EQ(engine.BASS_ChannelGetPosition(stream, 0), 30 * 2352);
+    EXPECT_EQ(engine.BASS_ChannelGetPosition(stream, 0), 30 * sector);
     engine.BASS_ChannelPlay(stream, false);
     ASSERT_TRUE(untilSync());
     EXPECT_THAT(syncs, testing::ElementsAre(1, 2, 1)) << "one of them comes once only";
@@ -366,8 +368,8 @@ TEST_F(Playback, aSyncMayStartTheNextTrack)
     engine.BASS_ChannelSetSync(first, Engine::BASS_SYNC_END, 0, next, 0);
     ASSERT_TRUE(loop.until([&] { return syncs.size() == 2; }));
     Bytes both = disc->track(0);
-    const Bytes second = disc->track(1);
-    both.insert(both.end(), second.begin(), second.end());
+    const Bytes after = disc->track(1);
+    both.insert(both.end(), after.begin(), after.end());
     EXPECT_TRUE(heard() == both);
 }
 
@@ -476,7 +478,7 @@ protected:
 TEST_F(Silently, positionFollowsTheClockAndLevelIsOfWhatSounds)
 {
     const auto disc = insert({75, 750});
-    std::fill_n(disc->sound.begin() + 75 * 2352, 44100 * 4, std::byte{0});
+    std::fill_n(disc->sound.begin() + 75 * sector, second, std::byte{0});
     const auto stream = make(1);
     engine.BASS_ChannelPlay(stream, true);
     ASSERT_TRUE(untilPosition(stream, 1));
