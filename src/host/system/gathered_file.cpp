@@ -1,5 +1,6 @@
 #include "host/system/gathered_file.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace tonquay::host {
@@ -13,20 +14,18 @@ GatheredFile::~GatheredFile()
 
 base::Status GatheredFile::write(std::span<const std::byte> bytes)
 {
-    if (count_ + bytes.size() > gatheredBytes)
-        if (auto done = flush(); !done)
-            return done;
-    if (bytes.size() >= gatheredBytes) {
-        std::size_t written = 0;
-        const auto done = writeAt(file_.get(), bytes, start_, where_, written);
-        start_ += static_cast<std::int64_t>(written);
-        return done;
-    }
     if (gathered_ == nullptr)
         gathered_ = std::make_unique_for_overwrite<std::byte[]>(gatheredBytes);
-    if (!bytes.empty())
-        std::memcpy(gathered_.get() + count_, bytes.data(), bytes.size());
-    count_ += bytes.size();
+    while (!bytes.empty()) {
+        // Filled to the brim, so that what goes out begins and ends with the pages of the file.
+        const std::size_t part = std::min(bytes.size(), gatheredBytes - count_);
+        std::memcpy(gathered_.get() + count_, bytes.data(), part);
+        count_ += part;
+        bytes = bytes.subspan(part);
+        if (count_ == gatheredBytes)
+            if (auto done = flush(); !done)
+                return done;
+    }
     return {};
 }
 

@@ -11,7 +11,7 @@ namespace tonquay::host {
 /// system for each costs nearly twice as much as the same bytes by the mebibyte.
 class GatheredFile final : public platform::BinaryFile {
 public:
-    static constexpr std::size_t gatheredBytes = 1 << 20;
+    static constexpr std::size_t gatheredBytes = 256 << 10;
 
     /// `where` is the path for failures.
     GatheredFile(Descriptor file, std::string where);
