@@ -77,7 +77,7 @@ base::Status writeAt(int fd, std::span<const std::byte> bytes, std::int64_t offs
 base::Result<std::string> readToEnd(int fd, std::size_t limit, const std::string& where)
 {
     // The size that the file claims is not asked: it may be none (as in /proc), or grow meanwhile.
-    constexpr std::size_t step = 64 * 1024;
+    constexpr std::size_t step = 65536;
     std::string bytes;
     for (;;) {
         const std::size_t had = bytes.size();

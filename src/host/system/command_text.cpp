@@ -17,7 +17,7 @@ std::wstring takeProgram(std::wstring_view& rest, const std::function<bool(std::
 {
     if (rest.starts_with(L'"')) {
         const std::size_t close = std::min(rest.find(L'"', 1), rest.size());
-        const std::wstring program(rest.substr(1, close - 1));
+        std::wstring program(rest.substr(1, close - 1));
         rest.remove_prefix(std::min(close + 1, rest.size()));
         return program;
     }
@@ -33,7 +33,7 @@ std::wstring takeProgram(std::wstring_view& rest, const std::function<bool(std::
         }
         end = std::min(rest.find_first_not_of(blanks, end), longest);
     }
-    const std::wstring program(rest.substr(0, firstEnd));
+    std::wstring program(rest.substr(0, firstEnd));
     rest.remove_prefix(std::min(firstEnd, rest.size()));
     return program;
 }

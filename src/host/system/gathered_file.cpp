@@ -55,7 +55,7 @@ base::Status GatheredFile::flush()
     if (count_ == 0)
         return {};
     std::size_t written = 0;
-    const auto done = writeAt(file_.get(), {gathered_.get(), count_}, start_, where_, written);
+    auto done = writeAt(file_.get(), {gathered_.get(), count_}, start_, where_, written);
     start_ += static_cast<std::int64_t>(count_);
     count_ = 0;
     return done;

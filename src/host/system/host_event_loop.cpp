@@ -12,6 +12,7 @@
 #include <ctime>
 #include <map>
 #include <utility>
+#include <vector>
 
 namespace tonquay::host {
 
@@ -58,6 +59,7 @@ public:
             lookNow();
             return;
         }
+        dropRetired();
         posted_.store(false, std::memory_order_release);
         const auto start = SteadyClock::now();
         QEventLoop loop;
@@ -103,6 +105,32 @@ public:
         timers_.erase(id);
     }
 
+    const QSocketNotifier* startWatching(int descriptor, std::function<void()> ready)
+    {
+        auto notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+        connect(notifier.get(), &QSocketNotifier::activated, this, [this, ready = std::move(ready)] {
+            // A copy, since the handler may end its own watch.
+            const auto call = ready;
+            ++deliveries_;
+            call();
+            --deliveries_;
+            turned();
+        });
+        return watches_.emplace_back(std::move(notifier)).get();
+    }
+
+    void stopWatching(const QSocketNotifier* notifier)
+    {
+        const auto found = std::ranges::find(watches_, notifier, &std::unique_ptr<QSocketNotifier>::get);
+        if (found == watches_.end())
+            return;
+        // Perhaps in the middle of its own delivery: silent from now on, and gone when nothing is being delivered.
+        (*found)->setEnabled(false);
+        (*found)->disconnect();
+        retired_.push_back(std::move(*found));
+        watches_.erase(found);
+    }
+
     /// Something of the program's has run: whoever waits looks at the world again.
     void turned()
     {
@@ -132,8 +160,15 @@ protected:
 private:
     static constexpr std::chrono::nanoseconds lookInterval = 4ms;
 
+    void dropRetired()
+    {
+        if (deliveries_ == 0)
+            retired_.clear();
+    }
+
     void lookNow()
     {
+        dropRetired();
         posted_.store(false, std::memory_order_release);
         // A look delivers what one round of the dispatcher finds; a handler of it may have made more due. The bound is
         // for handlers that post themselves anew for ever.
@@ -155,6 +190,9 @@ private:
     unsigned turns_ = 0;
     std::map<int, std::shared_ptr<Ticking>> timers_;
     std::map<int, QEventLoop*> limits_;
+    std::vector<std::unique_ptr<QSocketNotifier>> watches_;
+    std::vector<std::unique_ptr<QSocketNotifier>> retired_;
+    int deliveries_ = 0; ///< handlers of watches that are running
 };
 
 namespace {
@@ -202,20 +240,8 @@ std::unique_ptr<platform::EventLoop::LoopTimer> HostEventLoop::every(std::chrono
 
 std::unique_ptr<HostEventLoop::Watch> HostEventLoop::watch(int descriptor, std::function<void()> ready)
 {
-    auto notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
-    QObject::connect(notifier.get(), &QSocketNotifier::activated, core_.get(),
-                     [core = core_.get(), ready = std::move(ready)] {
-                         // A copy, since the handler may end its own watch.
-                         const auto call = ready;
-                         call();
-                         core->turned();
-                     });
-    return std::make_unique<Ending<Watch>>([late = notifier.release()] {
-        // Perhaps in the middle of its own delivery: it is silent from now on, and gone when the loop comes to it.
-        late->setEnabled(false);
-        QObject::disconnect(late, nullptr, nullptr, nullptr);
-        late->deleteLater();
-    });
+    const QSocketNotifier* const notifier = core_->startWatching(descriptor, std::move(ready));
+    return std::make_unique<Ending<Watch>>([core = core_.get(), notifier] { core->stopWatching(notifier); });
 }
 
 }

@@ -125,7 +125,7 @@ std::string HostProcesses::findProgram(std::wstring_view program)
 {
     const bool bare = folderPart(program).empty();
     for (const std::wstring& name : {std::wstring(program), std::wstring(program).append(programEnding)}) {
-        const std::string found = bare ? findBare(name) : files_.hostPath(name);
+        std::string found = bare ? findBare(name) : files_.hostPath(name);
         if (isProgramFile(found))
             return found;
     }
@@ -135,7 +135,7 @@ std::string HostProcesses::findProgram(std::wstring_view program)
 std::string HostProcesses::findBare(std::wstring_view name)
 {
     for (const std::wstring& folder : {std::wstring(L"C:\\CDTONQUAY"), files_.currentFolder()})
-        if (const std::string path = files_.hostPath(folder + L'\\' + std::wstring(name)); isProgramFile(path))
+        if (std::string path = files_.hostPath(folder + L'\\' + std::wstring(name)); isProgramFile(path))
             return path;
     for (std::string_view rest = settings_.searchPath; !rest.empty();) {
         const std::size_t end = std::min(rest.find(':'), rest.size());
@@ -143,7 +143,7 @@ std::string HostProcesses::findBare(std::wstring_view name)
         rest.remove_prefix(std::min(end + 1, rest.size()));
         if (folder.empty())
             continue;
-        if (const std::string path = files_.hostPath(folder + L'\\' + std::wstring(name)); isProgramFile(path))
+        if (std::string path = files_.hostPath(folder + L'\\' + std::wstring(name)); isProgramFile(path))
             return path;
     }
     return {};
