@@ -7,7 +7,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
+#include <cmath>
 
 namespace tonquay::console {
 
@@ -53,7 +53,7 @@ std::string remaining(const RunProgress& progress)
     const double done = part(progress.totalPart);
     if (done < leastPart || progress.elapsed < leastTime)
         return "-:--";
-    return clockText(static_cast<std::int64_t>(progress.elapsed.count() * (1 - done) / done + 0.5));
+    return clockText(std::lround(progress.elapsed.count() * (1 - done) / done));
 }
 
 }

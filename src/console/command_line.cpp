@@ -20,6 +20,8 @@ struct Word {
     std::string_view text;
     Value value;
 };
+template <class Value>
+Word(std::string_view, Value) -> Word<Value>;
 
 constexpr std::array formats{Word{"mp3", Format::mp3}, Word{"ogg", Format::ogg}, Word{"wav", Format::wav},
                              Word{"wma", Format::wma}};
@@ -84,18 +86,17 @@ std::optional<int> minutesAndSeconds(std::string_view text)
 }
 
 /// An option whose text `take` accepts or answers with what is wrong with it.
-CLI::Option* addOption(CLI::App& app, const std::string& name, const std::string& value, const std::string& help,
-                       std::function<std::string(const std::string&)> take)
+void addOption(CLI::App& app, const std::string& name, const std::string& value, const std::string& help,
+               std::function<std::string(const std::string&)> take)
 {
-    return app
-        .add_option_function<std::string>(
-            name,
-            [name, take = std::move(take)](const std::string& text) {
-                const std::string problem = take(text);
-                if (!problem.empty())
-                    throw CLI::ValidationError(name.substr(name.find("--")), problem);
-            },
-            help)
+    app.add_option_function<std::string>(
+           name,
+           [name, take = std::move(take)](const std::string& text) {
+               const std::string problem = take(text);
+               if (!problem.empty())
+                   throw CLI::ValidationError(name.substr(name.find("--")), problem);
+           },
+           help)
         ->type_name(value);
 }
 

@@ -13,7 +13,6 @@ namespace tonquay::console {
 namespace {
 
 using platform::DriveDescription;
-using platform::DriveProblem;
 
 constexpr std::array<std::string_view, 3> imageEndings{".cue", ".toc", ".nrg"};
 
