@@ -1,6 +1,7 @@
 #include "host/audio/sound_output.h"
 
-#include <SDL.h>
+#include "host/audio/sdl_library.h"
+
 #include <algorithm>
 #include <string>
 #include <utility>
@@ -13,18 +14,29 @@ namespace {
 class SoundSystem {
 public:
     /// `driver` null: the one that SDL finds best, or that SDL_AUDIODRIVER names.
-    explicit SoundSystem(const char* driver) : good_(SDL_AudioInit(driver) == 0) {}
+    explicit SoundSystem(const char* driver)
+        : library_(SdlLibrary::load()),
+          good_(library_ != nullptr && library_->audioInit(driver) == 0)
+    {}
     ~SoundSystem()
     {
         if (good_)
-            SDL_AudioQuit();
+            library_->audioQuit();
     }
     SoundSystem(const SoundSystem&) = delete;
     SoundSystem& operator=(const SoundSystem&) = delete;
 
     explicit operator bool() const { return good_; }
+    const SdlLibrary* operator->() const { return library_; }
+
+    static std::string error()
+    {
+        const SdlLibrary* library = SdlLibrary::load();
+        return library ? library->getError() : "SDL2 is not installed";
+    }
 
 private:
+    const SdlLibrary* library_;
     bool good_;
 };
 
@@ -46,20 +58,20 @@ public:
         wanted.callback = &Device::callback;
         wanted.userdata = &output;
         // No change is allowed, so SDL converts where the device wants something else.
-        device_ = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
+        device_ = system_->openAudioDevice(nullptr, 0, &wanted, nullptr, 0);
     }
 
     ~Device()
     {
         if (device_ != 0)
-            SDL_CloseAudioDevice(device_);
+            system_->closeAudioDevice(device_);
     }
 
     Device(const Device&) = delete;
     Device& operator=(const Device&) = delete;
 
     explicit operator bool() const { return device_ != 0; }
-    void rest(bool resting) const { SDL_PauseAudioDevice(device_, resting ? 1 : 0); }
+    void rest(bool resting) const { system_->pauseAudioDevice(device_, resting ? 1 : 0); }
 
 private:
     static void callback(void* output, Uint8* bytes, int length)
@@ -96,7 +108,7 @@ bool SoundOutput::open()
         return true;
     auto device = std::make_unique<Device>(nullptr, *this);
     if (!*device) {
-        const std::string why = SDL_GetError();
+        const std::string why = SoundSystem::error();
         // One sound system at a time: the first must be gone before the silent one starts.
         device.reset();
         device = std::make_unique<Device>("dummy", *this);
