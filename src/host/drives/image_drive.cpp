@@ -81,10 +81,10 @@ std::shared_ptr<Disc> ImageDrive::openDisc()
 std::chrono::milliseconds ImageDrive::look()
 {
     const std::lock_guard looking(files_);
-    Seen now = seen();
-    const std::string files = filesNow();
-    if (!now.doorOpen && (files != filesThen_ || ++looksSinceInside_ >= looksBetweenOpenings)) {
-        filesThen_ = files;
+    std::string files = filesNow();
+    if (!doorIsOpen() && (files != filesThen_ || ++looksSinceInside_ >= looksBetweenOpenings)) {
+        filesThen_ = std::move(files);
+        Seen now = seen();
         lookInside(now);
         publish(std::move(now));
     }
