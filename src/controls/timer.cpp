@@ -10,6 +10,14 @@ void Timer::setEnabled(bool enabled)
     run();
 }
 
+void Timer::setInterval(std::chrono::milliseconds interval)
+{
+    if (interval == interval_)
+        return;
+    interval_ = interval;
+    run();
+}
+
 void Timer::bind(platform::EventLoop& loop)
 {
     loop_ = &loop;

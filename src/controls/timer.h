@@ -18,6 +18,9 @@ public:
     bool enabled() const { return enabled_; }
     void setEnabled(bool enabled);
 
+    /// May be called from its own tick.
+    void setInterval(std::chrono::milliseconds interval);
+
     /// Gives it the loop that it runs on. Without one it fires only when a test calls tick.
     void bind(platform::EventLoop& loop);
 

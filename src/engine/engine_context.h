@@ -27,6 +27,9 @@ struct EngineContext {
     std::int32_t lastDriveIndex = -1; ///< highest drive number found
     bool extracting = false;          ///< the stream is being read into a file and is nobody else's
 
+    /// Something is about to move that the position timer shows: it ticks at its full rate again.
+    void stir() const { form.tmrPlaybackPosition.setInterval(state::Cdrip1Controls::positionInterval); }
+
     platform::AudioEngine::Handle stream() const { return state.engine.audioStream; }
 };
 

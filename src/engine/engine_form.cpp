@@ -100,6 +100,7 @@ void EngineForm::wireButtons()
 {
     state::Cdrip1Controls& form = context_.form;
     const auto door = [this](AudioEngine::DoorAction action) {
+        context_.stir();
         context_.engine.BASS_CD_Door(context_.engineDrive, action);
     };
     form.cmdButton[state::enginePlay].click = [this] { playback_.PlayTrack(context_.form.lstTracks.index()); };

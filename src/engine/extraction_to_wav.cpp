@@ -97,6 +97,7 @@ void ExtractAudioTrackToWav(EngineContext& c, std::int32_t track)
 {
     if (c.extracting)
         return;
+    c.stir();
     c.dialogs.setPointer(platform::Dialogs::Pointer::busy);
     c.engine.BASS_CD_Door(c.engineDrive, AudioEngine::lockDoor);
     c.state.engine.audioStream = c.engine.BASS_CD_StreamCreate(c.engineDrive, track, AudioEngine::BASS_STREAM_DECODE);

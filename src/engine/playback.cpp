@@ -59,6 +59,7 @@ void Playback::PlayTrack(std::int32_t track)
 {
     if (c_.extracting)
         return;
+    c_.stir();
     c_.engine.BASS_ChannelStop(c_.stream());
     const AudioEngine::Handle stream =
         c_.engine.BASS_CD_StreamCreate(c_.engineDrive, track, AudioEngine::BASS_STREAM_AUTOFREE);
@@ -108,6 +109,7 @@ void Playback::pauseOrResume()
 {
     if (c_.extracting)
         return;
+    c_.stir();
     if (c_.engine.BASS_ChannelIsActive(c_.stream()) == AudioEngine::paused)
         c_.engine.BASS_ChannelPlay(c_.stream(), false);
     else

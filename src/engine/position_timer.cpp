@@ -4,7 +4,9 @@
 #include "engine/level_word.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
+#include <utility>
 
 namespace tonquay::engine {
 
@@ -34,7 +36,9 @@ PositionTimer::PositionTimer(EngineContext& context, std::function<void()> loadT
 void PositionTimer::tick()
 {
     watchDoor();
-    if (c_.engine.BASS_ChannelIsActive(c_.stream()) == platform::AudioEngine::stopped) {
+    const bool active = c_.engine.BASS_ChannelIsActive(c_.stream()) != platform::AudioEngine::stopped;
+    settle(active);
+    if (!active) {
         c_.form.SliderPosition.setValue(0);
         c_.form.lblTrackPosition.caption = L"";
         for (controls::VuMeter& meter : c_.ripdeck.picVUMeter)
@@ -43,6 +47,17 @@ void PositionTimer::tick()
     showLevels();
     if (!seekingPosition_)
         showPosition();
+}
+
+void PositionTimer::settle(bool active)
+{
+    constexpr int settled = 20;
+    constexpr std::chrono::milliseconds idleInterval{500};
+    const bool open = c_.form.chkRWFlags[state::openFlag].value() == 1;
+    const bool moved = active || open != std::exchange(doorWasOpen_, open);
+    quietTicks_ = moved ? 0 : std::min(quietTicks_ + 1, settled);
+    c_.form.tmrPlaybackPosition.setInterval(quietTicks_ == settled ? idleInterval
+                                                                   : state::Cdrip1Controls::positionInterval);
 }
 
 void PositionTimer::watchDoor()

@@ -8,7 +8,9 @@
 namespace tonquay::engine {
 
 /// What happens every 50 ms while the engine form is loaded: the door is looked at, and the main window's level meters,
-/// bars, percentages and times follow the stream, whether it plays or is extracted.
+/// bars, percentages and times follow the stream, whether it plays or is extracted. When nothing has moved for a
+/// second it happens twice a second only, until something moves or is pressed: a program that lies idle on a disc
+/// should not keep a processor from sleeping, and the state of a drive is looked at once a second at most.
 class PositionTimer {
 public:
     /// `loadTrackList` is called when a shut door is seen with no tracks listed.
@@ -17,6 +19,7 @@ public:
     void tick();
 
 private:
+    void settle(bool active);
     void watchDoor();
     void showLevels();
     void showPosition();
@@ -24,6 +27,8 @@ private:
     EngineContext& c_;
     std::function<void()> loadTrackList_;
     bool seekingPosition_ = false;
+    bool doorWasOpen_ = false;
+    int quietTicks_ = 0;
     float ratio_ = 0;
     std::int16_t trackPercent_ = 0;
     std::wstring trackPercentText_;

@@ -44,6 +44,7 @@ enum WmaTag : std::size_t { wmaTitle = 0, wmaAuthor = 1, wmaAlbum = 2, wmaDescri
 struct Cdrip1Controls {
     static constexpr std::int32_t plainWidth = 7515; ///< twips
     static constexpr std::int32_t driveInfoWidth = 11490;
+    static constexpr std::chrono::milliseconds positionInterval{50};
 
     controls::Form form;
 
@@ -70,7 +71,7 @@ struct Cdrip1Controls {
     controls::Label lblCacheSize;
     controls::Property<bool> trackListTabsSet{false};
 
-    controls::Timer tmrPlaybackPosition{std::chrono::milliseconds(50)};
+    controls::Timer tmrPlaybackPosition{positionInterval};
 
     Cdrip1Controls();
 

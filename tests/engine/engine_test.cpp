@@ -200,6 +200,28 @@ TEST_F(Engine, timerFollowsTheDoor)
     EXPECT_EQ(form.lstTracks.rowCount(), 3);
 }
 
+TEST_F(Engine, timerSlowsDownOnAnIdleDiscAndIsBackWithTheFirstMove)
+{
+    state::Cdrip1Controls& form = load();
+    host.loop.runFor(5s);
+    const auto ticksIn = [&](std::chrono::milliseconds time) {
+        host.engine.calls.clear();
+        host.loop.runFor(time);
+        return host.engine.callsOf("BASS_CD_DoorIsOpen").size();
+    };
+    EXPECT_EQ(ticksIn(10s), 20U);
+    form.lstTracks.setIndex(0);
+    EXPECT_EQ(ticksIn(1s), 20U);
+    form.cmdButton[state::engineStop].press();
+    host.loop.runFor(5s);
+    host.engine.drives[0].open = true;
+    host.loop.runFor(500ms);
+    EXPECT_EQ(form.lstTracks.rowCount(), 0);
+    host.engine.drives[0].open = false;
+    host.loop.runFor(50ms);
+    EXPECT_EQ(form.lstTracks.rowCount(), 3);
+}
+
 TEST_F(Engine, extractionWritesACanonicalFileWithEveryByte)
 {
     struct Case {
