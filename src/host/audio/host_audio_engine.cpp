@@ -89,6 +89,8 @@ HostAudioEngine::Handle HostAudioEngine::BASS_CD_StreamCreate(std::uint32_t driv
         entry.firstSector > std::numeric_limits<int>::max() - entry.sectorCount)
         return 0;
 
+    if ((flags & BASS_STREAM_DECODE) != 0)
+        endPlayback(drive);
     const Handle handle = newHandle();
     try {
         streams_[handle] = makeStream(handle, {drive, track, entry, disc}, flags);
@@ -120,7 +122,7 @@ std::shared_ptr<Stream> HostAudioEngine::makeStream(Handle handle, const Source&
         });
     };
     auto reader = std::make_unique<ReadAhead>(source.disc, stretch, std::move(wishes), reaper_);
-    return std::make_shared<PlaybackStream>(flags, length, std::move(reader), output_);
+    return std::make_shared<PlaybackStream>(source.drive, flags, length, std::move(reader), output_);
 }
 
 /// The next number: one that was refused once stays refused until all others were handed out.
@@ -130,6 +132,17 @@ HostAudioEngine::Handle HostAudioEngine::newHandle()
         ++lastHandle_;
     while (lastHandle_ == 0 || streams_.contains(lastHandle_));
     return lastHandle_;
+}
+
+/// A drive reads at one place at a time, and whoever decodes a track has often lost the handle of what played.
+void HostAudioEngine::endPlayback(std::uint32_t drive)
+{
+    std::vector<Handle> heard;
+    for (const auto& [handle, stream] : streams_)
+        if (stream->drive() == drive && !stream->decodes())
+            heard.push_back(handle);
+    for (const Handle handle : heard)
+        BASS_StreamFree(handle);
 }
 
 bool HostAudioEngine::BASS_StreamFree(Handle stream)

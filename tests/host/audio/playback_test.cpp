@@ -421,6 +421,21 @@ TEST_F(Playback, aSlowDiscStallsTheStreamButNotTheLogic)
     disc->hold(false);
 }
 
+TEST_F(Playback, decodingATrackFreesWhatPlaysFromTheDrive)
+{
+    insert({400, 10});
+    const auto playing = make(0);
+    sync(playing, Engine::BASS_SYNC_END, 1);
+    engine.BASS_ChannelPlay(playing, true);
+    ASSERT_TRUE(untilPosition(playing, 50000));
+    const auto decoding = engine.BASS_CD_StreamCreate(0, 1, Engine::BASS_STREAM_DECODE);
+    EXPECT_NE(decoding, 0U);
+    EXPECT_EQ(engine.BASS_ChannelGetLength(playing, 0), -1);
+    for (int i = 0; i < 20; ++i)
+        loop.wait(std::chrono::milliseconds{5});
+    EXPECT_TRUE(syncs.empty());
+}
+
 TEST_F(Playback, twoStreamsSoundTogether)
 {
     const auto disc = insert({60, 400});
