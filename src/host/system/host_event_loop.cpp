@@ -30,6 +30,14 @@ std::chrono::nanoseconds coarseNow()
     return std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec};
 }
 
+/// The only event of the program's own kind.
+class PostedCall final : public QEvent {
+public:
+    explicit PostedCall(std::function<void()> posted) : QEvent(User), call(std::move(posted)) {}
+
+    std::function<void()> call;
+};
+
 }
 
 /// Takes what the dispatcher delivers: ticks of timers, posted calls, descriptors that can be read.
@@ -83,13 +91,8 @@ public:
     void post(std::function<void()> call)
     {
         posted_.store(true, std::memory_order_release);
-        QMetaObject::invokeMethod(
-            this,
-            [this, call = std::move(call)] {
-                call();
-                turned();
-            },
-            Qt::QueuedConnection);
+        // The application owns what is posted, and keeps the order.
+        QCoreApplication::postEvent(this, std::make_unique<PostedCall>(std::move(call)).release());
     }
 
     int startTicking(std::chrono::milliseconds interval, std::function<void()> tick)
@@ -140,6 +143,12 @@ public:
     }
 
 protected:
+    void customEvent(QEvent* event) override
+    {
+        static_cast<PostedCall*>(event)->call();
+        turned();
+    }
+
     void timerEvent(QTimerEvent* event) override
     {
         if (const auto limit = limits_.find(event->timerId()); limit != limits_.end()) {

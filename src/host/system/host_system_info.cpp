@@ -19,7 +19,7 @@ std::string makePrivateFolder(const std::string& above, platform::Diagnostics& l
 {
     const std::string stem = above + "/cd-tonquay-" + std::to_string(getpid()) + '-';
     for (int number = 1; number <= 1000; ++number) {
-        const std::string folder = stem + std::to_string(number);
+        std::string folder = stem + std::to_string(number);
         if (mkdir(folder.c_str(), 0700) == 0) {
             mkdir((folder + "/system").c_str(), 0700);
             return folder;
