@@ -21,12 +21,12 @@ bool isNumber(std::wstring_view text)
 
 bool SequentialReader::atEnd() const
 {
-    return rest_.empty();
+    return rest_.find_first_not_of(L" \r\n") == std::wstring_view::npos;
 }
 
 bool SequentialReader::next(std::wstring_view& field, bool& quoted)
 {
-    if (rest_.empty())
+    if (atEnd())
         return false;
     rest_.remove_prefix(std::min(rest_.find_first_not_of(L' '), rest_.size()));
     quoted = rest_.starts_with(L'"');

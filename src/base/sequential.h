@@ -12,6 +12,8 @@ namespace tonquay::base {
 /// is a step of its own. A value that does not fit its field is consumed and the old value stays; past the end of the
 /// file every field keeps its old value.
 ///
+/// Blanks and line ends behind the last field are no field.
+///
 /// A quoted field ends at the next double quote; what stands between that and the next comma or line end is skipped.
 /// A bare field ends at the next comma or line end, without its leading and trailing blanks.
 class SequentialReader {

@@ -19,8 +19,9 @@ void Form::load()
 void Form::show()
 {
     load();
-    if (isLoaded())
-        state_ = State::shown;
+    if (!isLoaded())
+        return;
+    state_ = State::shown;
     broughtToFront.tell();
 }
 

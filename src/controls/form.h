@@ -12,7 +12,7 @@ namespace tonquay::controls {
 ///
 /// Loading runs the load handler once. Unloading runs the query-unload handler and then `design`, which puts every
 /// control of the form back to its design value in place, so that views stay bound. A load handler may unload its own
-/// form: that takes effect when the handler is through.
+/// form: that takes effect when the handler is through, and the form is not shown then.
 class Form {
 public:
     enum class State { notLoaded, loaded, shown };

@@ -13,6 +13,13 @@ namespace {
 constexpr std::int32_t settingsTab = 1;
 constexpr std::int32_t tagUtilityTab = 2;
 
+/// A dialog that a command opens loads afresh.
+void showAfresh(controls::Form& form)
+{
+    form.unload();
+    form.show();
+}
+
 }
 
 CommandKeys::CommandKeys(state::AppState& state, state::Forms& forms, ProgramEnd& programEnd,
@@ -56,10 +63,8 @@ void CommandKeys::goToPlayer()
 
 void CommandKeys::openSetup(std::int32_t tab)
 {
-    // A dialog that a command opens loads afresh.
-    forms_.controlsOf<state::CdriptabControls>().form.unload();
-    forms_.cdripbg().form.show();
-    forms_.cdriptab().form.show();
+    forms_.controlsOf<state::CdripbgControls>().form.show();
+    showAfresh(forms_.controlsOf<state::CdriptabControls>().form);
     forms_.cdriptab().tab = tab;
     main_.form.enabled = false;
 }
@@ -73,15 +78,13 @@ void CommandKeys::openPartialRip()
                                      platform::Dialogs::Icon::information);
         return;
     }
-    forms_.controlsOf<state::TrkcustControls>().form.unload();
-    forms_.trkcust().form.show();
+    showAfresh(forms_.controlsOf<state::TrkcustControls>().form);
 }
 
 void CommandKeys::openDiscTags()
 {
-    forms_.controlsOf<state::Id3autoControls>().form.unload();
     state_.flags.autoTagMode = 0;
-    forms_.id3auto().form.show();
+    showAfresh(forms_.controlsOf<state::Id3autoControls>().form);
 }
 
 }

@@ -24,13 +24,13 @@ constexpr std::int16_t analogMethod = 3;
 constexpr std::int16_t digital2Method = 4;
 constexpr std::wstring_view playerTracksName = L"pgmtrks.tmp";
 
-void applyFont(controls::Label& label, const state::DisplayFont& font)
+void applyFont(controls::Label& label, const state::DisplayFont& font, const state::Theme& theme)
 {
-    if (font.name.empty())
+    if (base::isBlank(font.name))
         return;
     label.fontName = font.name;
     label.fontSize = font.size;
-    label.colour = font.colour;
+    label.colour = theme.useThemeColours == 1 ? theme.themeColourA : font.colour;
 }
 
 }
@@ -152,16 +152,16 @@ void StartUp::readSuiteFiles()
 {
     state::readMixerPath(platform_.files, platform_.log, state_.folders, state_.window.mixerPath);
     state::DisplayFonts fonts;
-    state::readDisplayFonts(platform_.files, platform_.log, fonts, state_.theme);
+    state::readDisplayFonts(platform_.files, platform_.log, state_.folders, fonts, state_.theme);
     bool plainTrackFont = false;
-    state::readTheme(platform_.files, platform_.log, state_.theme, plainTrackFont);
-    state::readWindowChoices(platform_.files, platform_.log, state_.window);
+    state::readTheme(platform_.files, platform_.log, state_.folders, state_.theme, plainTrackFont);
+    state::readWindowChoices(platform_.files, platform_.log, state_.folders, state_.window);
 
-    applyFont(main_.Label12, fonts.disc);
-    applyFont(main_.Label13, fonts.disc);
+    applyFont(main_.Label12, fonts.disc, state_.theme);
+    applyFont(main_.Label13, fonts.disc, state_.theme);
     for (controls::Label& label : main_.Label6)
-        applyFont(label, fonts.status);
-    applyFont(main_.Label8, fonts.track);
+        applyFont(label, fonts.status, state_.theme);
+    applyFont(main_.Label8, fonts.track, state_.theme);
     if (plainTrackFont || main_.Label8.fontName.get() != L"LcdD")
         main_.Label8.fontName = L"Arial";
     state::sbarbc(main_, state_.theme);
@@ -170,7 +170,7 @@ void StartUp::readSuiteFiles()
 void StartUp::placeWindow()
 {
     const auto screen = platform_.system.screen();
-    if (!state::readWindowPlace(platform_.files, platform_.log, state_.window)) {
+    if (!state::readWindowPlace(platform_.files, platform_.log, state_.folders, state_.window)) {
         centerOnScreen(main_.form, screen);
         return;
     }
@@ -184,9 +184,10 @@ void StartUp::placeWindow()
 void StartUp::takeOverDisc()
 {
     state::DiscInfo& disc = state_.disc;
-    if (disc::readHandover(platform_.files, platform_.log, disc)) {
+    const std::wstring handOver = state::inFolder(state_.folders.appFolder, disc::handoverName);
+    if (disc::readHandover(platform_.files, platform_.log, handOver, disc)) {
         showDiscCaption();
-        passOver(platform_.log, platform_.files.remove(disc::handoverName), "Delete the hand-over file");
+        passOver(platform_.log, platform_.files.remove(handOver), "Delete the hand-over file");
     }
     disc::applyUnknownDiscNames(disc);
     const auto show = [this](state::StatusLabel label, const std::wstring& text) {
@@ -232,7 +233,7 @@ void StartUp::handleMissingDrive()
     if (noDrive()) {
         if (state_.settings.ripMethod < analogMethod)
             leadToSetup();
-        else
+        else if (state_.settings.ripMethod <= digital2Method)
             discTable_.analogtrks();
     }
     if (noDrive() && state_.settings.ripMethod < analogMethod)
@@ -268,9 +269,10 @@ void StartUp::rereadDoubtfulTable()
 
 void StartUp::selectTracksOfPlayer()
 {
-    if (!platform_.files.fileExists(playerTracksName))
+    const std::wstring path = state::inFolder(state_.folders.appFolder, playerTracksName);
+    if (!platform_.files.fileExists(path))
         return;
-    if (const auto text = state::settingsText(platform_.files, platform_.log, playerTracksName)) {
+    if (const auto text = state::settingsText(platform_.files, platform_.log, path)) {
         base::SequentialReader reader(*text);
         while (!reader.atEnd()) {
             std::int16_t number = 0;
@@ -279,7 +281,7 @@ void StartUp::selectTracksOfPlayer()
                 main_.list1.select(number - 1, true);
         }
     }
-    passOver(platform_.log, platform_.files.remove(playerTracksName), "Delete the player's track list");
+    passOver(platform_.log, platform_.files.remove(path), "Delete the player's track list");
 }
 
 void StartUp::startDiscWatch()

@@ -100,9 +100,8 @@ void DiscTable::select_drive()
         return;
     state::CdriptabControls& setup = forms_.cdriptab();
     std::int32_t index = setup.List2.index();
-    if (base::isBlank(state_.engine.pendingDriveLetter)) {
-        state_.settings.driveLetter = acd_.GetDriveName(static_cast<std::int16_t>(index + 1));
-    } else {
+    const bool chosenByHand = base::isBlank(state_.engine.pendingDriveLetter);
+    if (!chosenByHand) {
         state_.settings.driveLetter = std::exchange(state_.engine.pendingDriveLetter, {});
         index = 0;
         for (std::int32_t row = 0; row < setup.List2.rowCount(); ++row) {
@@ -112,7 +111,10 @@ void DiscTable::select_drive()
             }
         }
     }
-    acd_.SelectDrive(static_cast<std::int16_t>(index + 1));
+    const auto drive = static_cast<std::int16_t>(index + 1);
+    acd_.SelectDrive(drive);
+    if (chosenByHand)
+        state_.settings.driveLetter = acd_.GetDriveName(drive);
     setup.List3.clear();
     setup.List3.add(state_.settings.driveLetter);
     forms_.ripdeck().list1.clear();

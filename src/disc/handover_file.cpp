@@ -47,12 +47,13 @@ void parseHandover(std::wstring_view text, state::DiscInfo& disc)
     disc.handoverDriveLetter.resize(std::min<std::size_t>(disc.handoverDriveLetter.size(), 1));
 }
 
-bool readHandover(platform::FileSystem& files, platform::Diagnostics& log, state::DiscInfo& disc)
+bool readHandover(platform::FileSystem& files, platform::Diagnostics& log, std::wstring_view path,
+                  state::DiscInfo& disc)
 {
     disc.trackTitles.clear();
-    const auto text = state::settingsText(files, log, handoverName);
+    const auto text = state::settingsText(files, log, path);
     if (!text)
-        return files.fileExists(handoverName);
+        return files.fileExists(path);
     parseHandover(*text, disc);
     return true;
 }

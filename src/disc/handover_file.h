@@ -21,9 +21,10 @@ inline constexpr std::wstring_view handoverName = L"audiocd.dat";
 /// rest as it was.
 void parseHandover(std::wstring_view text, state::DiscInfo& disc);
 
-/// Clears the titles and takes over the hand-over file of the current folder. False when there is none. The file
+/// Clears the titles and takes over the hand-over file at `path`. False when there is none. The file
 /// stays; who has used what it says deletes it.
-bool readHandover(platform::FileSystem& files, platform::Diagnostics& log, state::DiscInfo& disc);
+bool readHandover(platform::FileSystem& files, platform::Diagnostics& log, std::wstring_view path,
+                  state::DiscInfo& disc);
 
 /// A disc whose first and last title are both unknown is an unknown disc: it gets "Unknown Artist", "Unknown Title"
 /// and a numbered title for every track.

@@ -42,17 +42,15 @@ bool isDropped(wchar_t c)
                        [code](const CharacterRange& range) { return code >= range.first && code <= range.last; });
 }
 
+/// What a file name keeps of it is nothing, or dots, which would lead out of the output folder.
+bool namesNoFolder(std::wstring_view name)
+{
+    return name.find_first_not_of(L". \\/?:*\"><|") == std::wstring_view::npos;
+}
+
 bool leavesDotsOnly(std::wstring_view name)
 {
-    constexpr std::wstring_view notInFileNames = L" \\/?:*\"><|";
-    bool dots = false;
-    for (const wchar_t c : name) {
-        if (c == L'.')
-            dots = true;
-        else if (notInFileNames.find(c) == std::wstring_view::npos)
-            return false;
-    }
-    return dots;
+    return namesNoFolder(name) && name.find(L'.') != std::wstring_view::npos;
 }
 
 std::size_t bytesOf(std::wstring_view text)
@@ -86,12 +84,6 @@ std::wstring cleaned(std::wstring_view name)
     return cut(std::wstring(base::trim(kept)), bytesOfNote);
 }
 
-std::wstring cleanedForFileName(std::wstring_view name)
-{
-    const std::wstring clean = cleaned(name);
-    return leavesDotsOnly(clean) ? std::wstring{} : clean;
-}
-
 /// The field as it travels; the reader turns it back.
 std::wstring mapped(std::wstring_view text)
 {
@@ -101,30 +93,40 @@ std::wstring mapped(std::wstring_view text)
 platform::DiscNames clean(const platform::DiscTable& table)
 {
     const platform::DiscNames& names = table.names;
-    platform::DiscNames result{.artist = cleanedForFileName(names.artist),
-                               .album = cleanedForFileName(names.album),
+    platform::DiscNames result{.artist = cleaned(names.artist),
+                               .album = cleaned(names.album),
                                .year = cleaned(names.year),
                                .genre = cleaned(names.genre),
                                .comment = cleaned(names.comment),
                                .titles = {}};
     result.titles.resize(std::min(table.tracks.size(), titleFields));
     for (std::size_t i = 0; i < std::min(result.titles.size(), names.titles.size()); ++i)
-        result.titles[i] = cleanedForFileName(names.titles[i]);
+        result.titles[i] = cleaned(names.titles[i]);
     return result;
 }
 
-void fillMissing(platform::DiscNames& names, std::string_view discId)
+/// Drops what would be no name of a folder or file, and fills what is missing. True when anything changed.
+bool fillMissing(platform::DiscNames& names, std::string_view discId)
 {
-    if (names.artist.empty() && names.album.empty()) {
+    bool filled = false;
+    if (namesNoFolder(names.artist)) {
+        filled = true;
         names.artist = L"Unknown Artist";
+    }
+    if (namesNoFolder(names.album)) {
+        filled = true;
         names.album = L"Unknown Title";
         const std::wstring id = cleaned(base::fromHostBytes(discId.substr(0, bytesOfOneName)));
         if (!id.empty())
             names.album += L" (" + id + L')';
     }
-    for (std::size_t i = 0; i < names.titles.size(); ++i)
-        if (names.titles[i].empty())
-            names.titles[i] = L"Track " + base::twoDigits(static_cast<std::int64_t>(i) + 1);
+    for (std::size_t i = 0; i < names.titles.size(); ++i) {
+        if (!names.titles[i].empty() && !leavesDotsOnly(names.titles[i]))
+            continue;
+        filled = true;
+        names.titles[i] = L"Track " + base::twoDigits(static_cast<std::int64_t>(i) + 1);
+    }
+    return filled;
 }
 
 void bound(platform::DiscNames& names)
@@ -170,8 +172,11 @@ std::vector<std::string> changes(const platform::DiscNames& before, const platfo
 HandOver makeHandOver(const platform::DiscTable& table, wchar_t driveLetter)
 {
     platform::DiscNames names = clean(table);
+    // A name that is cut may end as one of dots, and what stands in its place takes room from the others.
     fillMissing(names, table.discId);
-    bound(names);
+    do
+        bound(names);
+    while (fillMissing(names, table.discId));
 
     base::SequentialWriter file;
     file.text(mapped(names.artist)).text(mapped(names.album));

@@ -30,9 +30,9 @@ struct HandOver {
 ///   file name may have; short names beside it leave it more room.
 ///
 /// What happens to missing names: the reader takes a disc whose first and last titles are empty for unknown and then
-/// overwrites artist, album and all titles. So once artist or album is known, empty titles become "Track 01" and so on.
-/// A disc with neither is handed over as "Unknown Artist" and "Unknown Title (DISCID)", so that two such discs do not
-/// end in the same folder, with its empty titles filled too, which makes both names survive.
+/// overwrites artist, album and all titles. So empty titles become "Track 01" and so on, and every name survives. An
+/// unknown artist is handed over as "Unknown Artist", an unknown album as "Unknown Title (DISCID)": each is a folder,
+/// and two discs that are known only in part must not end in the same one.
 HandOver makeHandOver(const platform::DiscTable& table, wchar_t driveLetter);
 
 }

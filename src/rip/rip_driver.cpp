@@ -215,7 +215,7 @@ void RipDriver::tagFiles()
     constexpr std::int16_t tagRippedFiles = 2;
     platform_.clock.delay(settleTime);
     state_.flags.autoTagMode = tagRippedFiles;
-    forms_.id3auto().form.show();
+    forms_.controlsOf<state::Id3autoControls>().form.show();
 }
 
 void RipDriver::finish()

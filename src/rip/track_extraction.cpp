@@ -42,7 +42,7 @@ void TrackExtraction::captureAnalog(std::int32_t row, const std::wstring& wavPat
     const std::wstring name = base::replaced(base::trim(state_.run.currentName), L' ', L'_');
     state_.run.analogTempPath = state::inFolder(state_.folders.windowsFolder, name + L".wav");
     handOverCounters();
-    forms_.cdrecalt().form.show();
+    forms_.controlsOf<state::CdrecaltControls>().form.show();
     platform::waitUntil(platform_.loop, [this] { return state_.flags.analogBusy != 1; });
     forms_.controlsOf<state::CdrecaltControls>().form.unload();
     passOver(platform_.log, platform_.files.rename(state_.run.analogTempPath, wavPath), "Rename the captured file");

@@ -20,7 +20,8 @@ public:
     TrkcustControls& trkcust() { return touch(trkcust_); }
     Id3autoControls& id3auto() { return touch(id3auto_); }
 
-    /// A form's controls without loading it: for its own behaviour and its view.
+    /// A form's controls without loading it: for its own behaviour and its view, and to show or unload it. A form that
+    /// does its work while it loads and then unloads itself must not be touched first and shown after.
     template <class Controls>
     Controls& controlsOf()
     {

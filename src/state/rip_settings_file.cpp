@@ -38,6 +38,37 @@ void findEncoder(platform::FileSystem& files, const Folders& folders, RipSetting
             return;
         }
     }
+    settings.encoderPath.clear();
+}
+
+void write(base::SequentialWriter& writer, const RipSettings& s)
+{
+    std::wstring_view output = base::trim(s.outputFolder);
+    if (output.size() == 3)
+        output = output.substr(0, 2);
+    writer.text(s.driveLetter)
+        .text(output)
+        .number(s.createProgram)
+        .number(s.nameFormat)
+        .text(s.encoderPath)
+        .number(s.encodeWanted)
+        .number(s.deleteWav)
+        .number(s.crcCheck)
+        .number(s.highPriority)
+        .number(s.stereo)
+        .number(s.bitrateIndex)
+        .text(s.encoderCmdLine)
+        .text(s.encoderFileExt)
+        .number(s.ripMethod)
+        .text(base::digits(s.dirMode))
+        .number(s.encodeSingle)
+        .number(s.vbrQuality)
+        .number(s.minimizeWhileEncoding)
+        .number(s.ripToWma)
+        .number(s.turboMode)
+        .number(s.autoSelectAll)
+        .number(s.autoClose)
+        .endRecord();
 }
 
 }
@@ -77,43 +108,19 @@ RipSettings parseRipSettings(std::wstring_view text, std::wstring_view dataFolde
     return s;
 }
 
-std::string ripSettingsText(const RipSettings& s)
+std::string ripSettingsText(const RipSettings& settings)
 {
-    std::wstring_view output = base::trim(s.outputFolder);
-    if (output.size() == 3)
-        output = output.substr(0, 2);
     base::SequentialWriter writer;
-    writer.text(s.driveLetter)
-        .text(output)
-        .number(s.createProgram)
-        .number(s.nameFormat)
-        .text(s.encoderPath)
-        .number(s.encodeWanted)
-        .number(s.deleteWav)
-        .number(s.crcCheck)
-        .number(s.highPriority)
-        .number(s.stereo)
-        .number(s.bitrateIndex)
-        .text(s.encoderCmdLine)
-        .text(s.encoderFileExt)
-        .number(s.ripMethod)
-        .text(base::digits(s.dirMode))
-        .number(s.encodeSingle)
-        .number(s.vbrQuality)
-        .number(s.minimizeWhileEncoding)
-        .number(s.ripToWma)
-        .number(s.turboMode)
-        .number(s.autoSelectAll)
-        .number(s.autoClose)
-        .endRecord();
+    write(writer, settings);
     return writer.bytes();
 }
 
 void racdset(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders, Forms& forms,
              RipSettings& settings)
 {
-    const bool firstRun = !files.fileExists(settingsName);
-    settings = parseRipSettings(settingsText(files, log, settingsName).value_or(L""), folders.dataFolder);
+    const std::wstring path = inFolder(folders.appFolder, settingsName);
+    const bool firstRun = !files.fileExists(path);
+    settings = parseRipSettings(settingsText(files, log, path).value_or(L""), folders.dataFolder);
     findEncoder(files, folders, settings);
     if (firstRun)
         forms.cdriptab().Text3.text = settings.encoderPath;
@@ -128,7 +135,11 @@ void writeRipSettings(platform::FileSystem& files, platform::Diagnostics& log, c
     const std::wstring path = inFolder(folders.appFolder, settingsName);
     if (files.fileExists(path))
         passOver(log, files.clearAttributes(path), "Make the settings writable");
-    passOver(log, files.writeWhole(path, ripSettingsText(settings)), "Write the settings");
+    base::SequentialWriter writer;
+    write(writer, settings);
+    if (writer.cleaned())
+        log.line("settings", "a double quote or line end in a setting cannot be kept; it is written as ' or a blank");
+    passOver(log, files.writeWhole(path, writer.bytes()), "Write the settings");
 }
 
 void writeRipType(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,

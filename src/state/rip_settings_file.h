@@ -18,7 +18,7 @@ RipSettings parseRipSettings(std::wstring_view text, std::wstring_view dataFolde
 /// The text of acdset.ini. An output folder that is a drive root of three characters is written as its first two.
 std::string ripSettingsText(const RipSettings& settings);
 
-/// Reads acdset.ini of the current folder into `settings`, or applies the defaults, then looks for an encoder when
+/// Reads acdset.ini of the program folder into `settings`, or applies the defaults, then looks for an encoder when
 /// none is named. Without the file the encoder is shown on the setup form, which is loaded by that.
 void racdset(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders, Forms& forms,
              RipSettings& settings);

@@ -34,15 +34,16 @@ std::wstring readDataFolder(platform::FileSystem& files, platform::Diagnostics& 
 void readMixerPath(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
                    std::wstring& mixerPath)
 {
-    if (const auto text = settingsText(files, log, L"TQWIN1.INI"))
+    if (const auto text = settingsText(files, log, inFolder(folders.appFolder, L"TQWIN1.INI")))
         base::SequentialReader(*text).read(mixerPath);
     if (base::isBlank(mixerPath))
         mixerPath = inFolder(folders.systemFolder, L"sndvol32.exe");
 }
 
-void readDisplayFonts(platform::FileSystem& files, platform::Diagnostics& log, DisplayFonts& fonts, Theme& theme)
+void readDisplayFonts(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
+                      DisplayFonts& fonts, Theme& theme)
 {
-    const auto text = settingsText(files, log, L"TQWIN3.INI");
+    const auto text = settingsText(files, log, inFolder(folders.appFolder, L"TQWIN3.INI"));
     if (!text)
         return;
     base::SequentialReader reader(*text);
@@ -54,9 +55,10 @@ void readDisplayFonts(platform::FileSystem& files, platform::Diagnostics& log, D
         reader.read(colour);
 }
 
-void readTheme(platform::FileSystem& files, platform::Diagnostics& log, Theme& theme, bool& plainTrackFont)
+void readTheme(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders, Theme& theme,
+               bool& plainTrackFont)
 {
-    const auto text = settingsText(files, log, L"TQWIN4.INI");
+    const auto text = settingsText(files, log, inFolder(folders.appFolder, L"TQWIN4.INI"));
     if (!text)
         return;
     base::SequentialReader reader(*text);
@@ -68,11 +70,14 @@ void readTheme(platform::FileSystem& files, platform::Diagnostics& log, Theme& t
     reader.read(theme.useThemeColours);
     reader.read(theme.themeColourA);
     reader.read(theme.themeColourB);
+    if (theme.useThemeColours == 1)
+        theme.panelColours.fill(theme.themeColourB);
 }
 
-void readWindowChoices(platform::FileSystem& files, platform::Diagnostics& log, WindowState& window)
+void readWindowChoices(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
+                       WindowState& window)
 {
-    const auto text = settingsText(files, log, L"TQWIN7.INI");
+    const auto text = settingsText(files, log, inFolder(folders.appFolder, L"TQWIN7.INI"));
     if (!text)
         return;
     base::SequentialReader reader(*text);
@@ -82,12 +87,14 @@ void readWindowChoices(platform::FileSystem& files, platform::Diagnostics& log, 
     reader.read(window.keypadStyle);
 }
 
-bool readWindowPlace(platform::FileSystem& files, platform::Diagnostics& log, WindowState& window)
+bool readWindowPlace(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
+                     WindowState& window)
 {
-    const auto text = settingsText(files, log, L"RIPPOS.DAT");
-    if (!text)
+    const std::wstring path = inFolder(folders.appFolder, L"RIPPOS.DAT");
+    if (!files.fileExists(path))
         return false;
-    base::SequentialReader reader(*text);
+    const std::wstring text = settingsText(files, log, path).value_or(L"");
+    base::SequentialReader reader(text);
     reader.read(window.savedLeft);
     reader.read(window.savedTop);
     return true;

@@ -10,10 +10,10 @@
 #include <string>
 
 /// The settings files that the other programs of the suite write and this one reads, and the one of the window's
-/// place. Each is taken from the current folder unless it says otherwise; a missing or short file leaves the values.
+/// place, all in the program folder. A missing or short file leaves the values.
 namespace tonquay::state {
 
-/// The 16th field of tqwin.ini in the program folder: the folder for data. `appFolder`\datacd when it names none.
+/// The 16th field of tqwin.ini: the folder for data. `appFolder`\datacd when it names none.
 std::wstring readDataFolder(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders);
 
 /// The first field of TQWIN1.INI: the audio mixer program; the system's own when it is empty.
@@ -35,16 +35,20 @@ struct DisplayFonts {
     DisplayFont track; ///< the track number
 };
 
-void readDisplayFonts(platform::FileSystem& files, platform::Diagnostics& log, DisplayFonts& fonts, Theme& theme);
+void readDisplayFonts(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
+                      DisplayFonts& fonts, Theme& theme);
 
 /// TQWIN4.INI: the colour theme. `plainTrackFont` is set when the theme wants the track number in a plain font.
-void readTheme(platform::FileSystem& files, platform::Diagnostics& log, Theme& theme, bool& plainTrackFont);
+void readTheme(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders, Theme& theme,
+               bool& plainTrackFont);
 
 /// TQWIN7.INI: whether the window keeps its place, and the look of the keypad.
-void readWindowChoices(platform::FileSystem& files, platform::Diagnostics& log, WindowState& window);
+void readWindowChoices(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
+                       WindowState& window);
 
 /// RIPPOS.DAT: the window's place in twips. False when there is no such file.
-bool readWindowPlace(platform::FileSystem& files, platform::Diagnostics& log, WindowState& window);
+bool readWindowPlace(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
+                     WindowState& window);
 void writeWindowPlace(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
                       const WindowState& window);
 

@@ -139,16 +139,30 @@ TEST(HandOverWriter, namesOfEveryKindArriveOrAreMadeHarmless)
 
 TEST(HandOverWriter, namesThatWouldLeaveTheOutputFolderAreDropped)
 {
-    for (const wchar_t* name :
-         {L".", L"..", L"...", L" .. ", L"../", L"..\\", L"/..", L"?.:.*", L".\x01.", L". .", L".<.>."}) {
+    const std::wstring dotsBeforeTheCut = L".." + std::wstring(300, L' ') + L"x";
+    const std::wstring slashesBeforeTheCut = L"../" + std::wstring(300, L'/') + L"x";
+    const std::wstring names[] = {L".",
+                                  L"..",
+                                  L"...",
+                                  L" .. ",
+                                  L"../",
+                                  L"..\\",
+                                  L"/..",
+                                  L"?.:.*",
+                                  L".\x01.",
+                                  L". .",
+                                  L".<.>.",
+                                  dotsBeforeTheCut,
+                                  slashesBeforeTheCut};
+    for (const std::wstring& name : names) {
         const HandOver handOver = makeHandOver(
             discOf(2,
                    {.artist = name, .album = L"Quay", .year = {}, .genre = {}, .comment = {}, .titles = {L"A", name}}),
             L'D');
         const Taken taken = take(handOver);
-        EXPECT_EQ(taken.artist, L"") << base::utf8(name);
+        EXPECT_EQ(taken.artist, L"Unknown Artist") << base::utf8(name);
         EXPECT_EQ(taken.titles[1], L"Track 02") << base::utf8(name);
-        EXPECT_THAT(handOver.changes, testing::Contains(testing::HasSubstr("left out"))) << base::utf8(name);
+        EXPECT_THAT(handOver.changes, testing::Contains(testing::HasSubstr("Unknown Artist"))) << base::utf8(name);
     }
 }
 
@@ -179,14 +193,20 @@ TEST(HandOverWriter, missingNamesAreFilledSoThatTheKnownOnesSurvive)
          {.artist = L"A", .album = {}, .year = {}, .genre = {}, .comment = {}, .titles = {}},
          "id",
          L"A",
-         L"",
+         L"Unknown Title (id)",
          {L"Track 01", L"Track 02", L"Track 03"}},
         {"album alone",
          {.artist = {}, .album = L"B", .year = {}, .genre = {}, .comment = {}, .titles = {}},
          "id",
-         L"",
+         L"Unknown Artist",
          L"B",
          {L"Track 01", L"Track 02", L"Track 03"}},
+        {"names of which no file name keeps anything",
+         {.artist = L"?", .album = L"???", .year = {}, .genre = {}, .comment = {}, .titles = {L"*", L"b", L"c"}},
+         "id",
+         L"Unknown Artist",
+         L"Unknown Title (id)",
+         {L"*", L"b", L"c"}},
         {"nothing",
          {},
          "Wn8.x_-",

@@ -51,6 +51,9 @@ TEST_F(SettingsFiles, shortOddAndMissingFilesLeaveDefaults)
          [](const RipSettings& s) { return s.createProgram == 1 && s.nameFormat == 5; }},
         {"a word for a number is passed over", L"\"D\",\"c:\\m\",yes,5",
          [](const RipSettings& s) { return s.createProgram == 1 && s.nameFormat == 5; }},
+        {"blank lines at the end are no fields",
+         L"\"D\",\"c:\\m\",1,0,\"e.exe\",1,1,0,0,1,8,\"\",\"\",4,\"2\",0,0,1,0,0\r\n\r\n  \r\n",
+         [](const RipSettings& s) { return s.autoSelectAll == 1; }},
         {"strings are trimmed, line ends part fields too", L"\" D \"\n\" c:\\m \"\r\n0",
          [](const RipSettings& s) {
              return s.driveLetter == L"D" && s.outputFolder == L"c:\\m" && s.createProgram == 0;
@@ -138,7 +141,7 @@ TEST_F(SettingsFiles, suiteFilesAreReadByPosition)
     Theme theme;
     host.files.put(L"C:\\CDTONQUAY\\TQWIN3.INI",
                    "\"Sans\",10,1,0,0,255\n\"Mono\",8,0,0,0,\"128\"\n9,9,9,9,9,9\n\"LcdD\",24,0,0,0,65535\n1,2,3,4,5");
-    readDisplayFonts(host.files, host.log, fonts, theme);
+    readDisplayFonts(host.files, host.log, folders, fonts, theme);
     EXPECT_EQ(fonts.disc.name, L"Sans");
     EXPECT_EQ(fonts.status.colour, 128);
     EXPECT_EQ(fonts.track.size, 24);
@@ -147,14 +150,14 @@ TEST_F(SettingsFiles, suiteFilesAreReadByPosition)
 
     bool plain = false;
     host.files.put(L"C:\\CDTONQUAY\\TQWIN4.INI", "1,2,3,4,5,6,7,8,9,10,11,12,13,1,15,16,1,111,222,20,21,22,23");
-    readTheme(host.files, host.log, theme, plain);
+    readTheme(host.files, host.log, folders, theme, plain);
     EXPECT_TRUE(plain);
     EXPECT_EQ(theme.highlight(), 111);
     EXPECT_EQ(theme.normal(), 222);
 
     WindowState window;
     host.files.put(L"C:\\CDTONQUAY\\TQWIN7.INI", "1,2,3,4,5,6,7,1,9,10,11,12,13,14,15,16,17,18,19,20,21,2,23,24");
-    readWindowChoices(host.files, host.log, window);
+    readWindowChoices(host.files, host.log, folders, window);
     EXPECT_EQ(window.keepWindowPlace, 1);
     EXPECT_EQ(window.keypadStyle, 2);
 }

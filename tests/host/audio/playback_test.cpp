@@ -464,26 +464,6 @@ TEST_F(Playback, twoStreamsSoundTogether)
     }
 }
 
-TEST_F(Playback, decodingGoesOnBesideIt)
-{
-    const auto disc = insert({300, 800});
-    const auto playing = make(0);
-    sync(playing, Engine::BASS_SYNC_END, 1);
-    engine.BASS_ChannelPlay(playing, true);
-    const auto decoding = engine.BASS_CD_StreamCreate(0, 1, Engine::BASS_STREAM_DECODE);
-    Bytes all;
-    Bytes block(20000);
-    while (engine.BASS_ChannelIsActive(decoding) != Engine::stopped) {
-        const auto got = engine.BASS_ChannelGetData(decoding, block);
-        ASSERT_GT(got, 0);
-        all.insert(all.end(), block.begin(), block.begin() + got);
-        loop.pass();
-    }
-    EXPECT_TRUE(all == disc->track(1));
-    ASSERT_TRUE(loop.until([&] { return !syncs.empty(); }));
-    EXPECT_TRUE(heard() == disc->track(0));
-}
-
 /// Without a device to hear on, at the speed of listening.
 class Silently : public Playback {
 protected:
