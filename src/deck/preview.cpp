@@ -32,7 +32,10 @@ Preview::Preview(state::AppState& state, state::Forms& forms, engine::Playback& 
     onRelease(state::pauseButton, &Preview::pause);
     onRelease(state::ejectButton, &Preview::eject);
     main_.LabelP[0].mouseUp = [this](controls::MouseButton) { startByControl(); };
-    main_.LabelP[1].mouseUp = [this](controls::MouseButton) { endPreview(); };
+    main_.LabelP[1].mouseUp = [this](controls::MouseButton) {
+        if (!streamIsTheRuns())
+            endPreview();
+    };
     main_.Trackprogress.mouseUp = [this](double fraction) { seek(fraction); };
 }
 
@@ -144,10 +147,11 @@ void Preview::stop()
 void Preview::eject()
 {
     if (usesEngine()) {
-        if (!streamIsTheRuns())
+        // A drive that cannot be locked would open in the middle of the track in hand.
+        if (!streamIsTheRuns()) {
             playback_.stop();
-        platform_.engine.BASS_CD_Door(static_cast<std::uint32_t>(state_.engine.selectedDriveIndex),
-                                      AudioEngine::openDoor);
+            playback_.openDoor(static_cast<std::uint32_t>(state_.engine.selectedDriveIndex));
+        }
     }
     if (state_.flags.previewActive == 1)
         endPreview();
@@ -159,7 +163,7 @@ void Preview::eject()
 
 void Preview::startByControl()
 {
-    if (state_.flags.previewActive == 1)
+    if (streamIsTheRuns() || state_.flags.previewActive == 1)
         return;
     const std::int32_t number = main_.list1.cursor() + 1;
     state_.flags.previewActive = 1;
@@ -172,6 +176,7 @@ void Preview::startByControl()
 void Preview::endPreview()
 {
     state_.flags.previewActive = 0;
+    setPaused(false);
     platform_.acd.StopPlay();
     main_.Label8.caption = L"0";
     main_.Label13.caption = L"";

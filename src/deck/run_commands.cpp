@@ -22,8 +22,13 @@ void RunCommands::start()
 {
     if (main_.list1.selectedCount() == 0 || state_.flags.ripBusy == 1)
         return;
-    if (state_.path.ripEngineMode == 1 && state_.flags.previewActive == 1)
-        preview_.endPreview();
+    // With the audio engine the first track's extraction takes the sound away; the preview's keys and lights follow.
+    if (state_.flags.previewActive == 1) {
+        if (state_.path.ripEngineMode == 1)
+            preview_.endPreview();
+        else
+            preview_.stop();
+    }
     main_.icntla[state::startButton].picture = state::runningLook;
     state_.flags.encodeOnly = 0;
     const auto showBusy = [this](bool busy) {

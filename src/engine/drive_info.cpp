@@ -30,6 +30,7 @@ DriveInfo::DriveInfo(EngineContext& context) : c_(context)
 
 void DriveInfo::cmbCDDrives_Click()
 {
+    c_.stir();
     c_.engineDrive = static_cast<std::uint32_t>(c_.form.cmbCDDrives.chosen().itemData);
     ShowDriveInfo();
     LoadTrackList();

@@ -36,7 +36,4 @@ struct EngineContext {
 /// A play time as the engine form shows it; the seconds are whole.
 std::wstring Seconds2HMS(std::int32_t seconds);
 
-/// `path` with a backslash at its end.
-std::wstring RPP(std::wstring_view path);
-
 }

@@ -23,14 +23,6 @@ std::wstring Seconds2HMS(std::int32_t seconds)
     return base::hoursMinutesSeconds(seconds);
 }
 
-std::wstring RPP(std::wstring_view path)
-{
-    std::wstring result(path);
-    if (!path.ends_with(L'\\'))
-        result += L'\\';
-    return result;
-}
-
 std::int32_t shownVolume(std::int32_t sliderValue)
 {
     return static_cast<std::int32_t>(std::abs(base::roundHalfEven(sliderValue / 10.0)));
@@ -120,6 +112,12 @@ void Playback::stop()
 {
     if (!c_.extracting)
         c_.engine.BASS_ChannelStop(c_.stream());
+}
+
+void Playback::openDoor(std::uint32_t drive)
+{
+    c_.stir();
+    c_.engine.BASS_CD_Door(drive, AudioEngine::openDoor);
 }
 
 void Playback::applyVolume(std::int32_t sliderValue)

@@ -24,6 +24,7 @@ public:
 
     void pauseOrResume();
     void stop();
+    void openDoor(std::uint32_t drive);
 
     /// The volume of a slider, -100 full to 0 silent, on the stream.
     void applyVolume(std::int32_t sliderValue);

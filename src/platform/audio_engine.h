@@ -81,8 +81,8 @@ public:
     virtual bool BASS_CD_DoorIsOpen(std::uint32_t drive) = 0;
     virtual bool BASS_CD_DoorIsLocked(std::uint32_t drive) = 0;
 
-    /// A stream of one track; 0 when there is no such drive, disc or audio track. A new decode
-    /// stream frees the playback streams of its drive, which cannot read at two places well.
+    /// A stream of one track; 0 when there is no such drive, disc or audio track. Asking
+    /// for a decode stream frees every playback stream, whatever comes of it.
     virtual Handle BASS_CD_StreamCreate(std::uint32_t drive, std::int32_t track, std::uint32_t flags) = 0;
     virtual bool BASS_StreamFree(Handle stream) = 0;
 

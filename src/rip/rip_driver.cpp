@@ -215,7 +215,10 @@ void RipDriver::tagFiles()
     constexpr std::int16_t tagRippedFiles = 2;
     platform_.clock.delay(settleTime);
     state_.flags.autoTagMode = tagRippedFiles;
-    forms_.controlsOf<state::Id3autoControls>().form.show();
+    // Afresh, since it works while it loads, and a person may have it open.
+    controls::Form& tagger = forms_.controlsOf<state::Id3autoControls>().form;
+    tagger.unload();
+    tagger.show();
 }
 
 void RipDriver::finish()
@@ -223,6 +226,9 @@ void RipDriver::finish()
     showIdleLook(main_, state_.theme);
     state_.flags.encodeBusy = 0;
     state_.flags.ripBusy = 0;
+    // A Stop that came after its last chance, and the counters of this run, are nothing to what comes next.
+    state_.flags.stopRequested = 0;
+    state_.run.ripProgressTotal = 0;
     main_.list1.deselectAll();
     if (state_.settings.minimizeWhileEncoding == 1)
         main_.form.windowState = controls::Form::WindowState::normal;

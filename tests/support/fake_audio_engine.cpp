@@ -238,6 +238,8 @@ FakeAudioEngine::Handle FakeAudioEngine::BASS_CD_StreamCreate(std::uint32_t inde
                                                               std::uint32_t flags)
 {
     note("BASS_CD_StreamCreate", index, number, flags);
+    if ((flags & BASS_STREAM_DECODE) != 0)
+        std::erase_if(streams_, [](const auto& entry) { return !entry.second.decodes(); });
     const Track* t = track(index, number);
     if (!streamsWork || t == nullptr || !t->audio)
         return 0;

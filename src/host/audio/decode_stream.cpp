@@ -9,7 +9,7 @@ using platform::DecodeReport;
 
 DecodeStream::DecodeStream(std::uint32_t flags, std::unique_ptr<ReadAhead> source, const DecodeReport& origin,
                            EndCall whenEnded)
-    : Stream(origin.drive, flags, origin.bytesExpected),
+    : Stream(flags, origin.bytesExpected),
       source_(std::move(source)),
       report_(origin),
       whenEnded_(std::move(whenEnded))

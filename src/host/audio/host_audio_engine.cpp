@@ -78,6 +78,9 @@ float HostAudioEngine::BASS_GetVolume()
 HostAudioEngine::Handle HostAudioEngine::BASS_CD_StreamCreate(std::uint32_t drive, std::int32_t track,
                                                               std::uint32_t flags)
 {
+    // Also for a stream that is refused below: whoever asks has let go of the handle of what played.
+    if ((flags & BASS_STREAM_DECODE) != 0)
+        endPlayback();
     Drive* const from = driveAt(drive);
     if (!ready_ || from == nullptr || track < 0)
         return 0;
@@ -89,8 +92,6 @@ HostAudioEngine::Handle HostAudioEngine::BASS_CD_StreamCreate(std::uint32_t driv
         entry.firstSector > std::numeric_limits<int>::max() - entry.sectorCount)
         return 0;
 
-    if ((flags & BASS_STREAM_DECODE) != 0)
-        endPlayback(drive);
     const Handle handle = newHandle();
     try {
         streams_[handle] = makeStream(handle, {drive, track, entry, disc}, flags);
@@ -122,7 +123,7 @@ std::shared_ptr<Stream> HostAudioEngine::makeStream(Handle handle, const Source&
         });
     };
     auto reader = std::make_unique<ReadAhead>(source.disc, stretch, std::move(wishes), reaper_);
-    return std::make_shared<PlaybackStream>(source.drive, flags, length, std::move(reader), output_);
+    return std::make_shared<PlaybackStream>(flags, length, std::move(reader), output_);
 }
 
 /// The next number: one that was refused once stays refused until all others were handed out.
@@ -134,12 +135,11 @@ HostAudioEngine::Handle HostAudioEngine::newHandle()
     return lastHandle_;
 }
 
-/// A drive reads at one place at a time, and whoever decodes a track has often lost the handle of what played.
-void HostAudioEngine::endPlayback(std::uint32_t drive)
+void HostAudioEngine::endPlayback()
 {
     std::vector<Handle> heard;
     for (const auto& [handle, stream] : streams_)
-        if (stream->drive() == drive && !stream->decodes())
+        if (!stream->decodes())
             heard.push_back(handle);
     for (const Handle handle : heard)
         BASS_StreamFree(handle);

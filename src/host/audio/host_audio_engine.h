@@ -17,10 +17,10 @@ namespace tonquay::host {
 
 /// The audio engine of this system: tracks of the drives' discs, heard through the sound device.
 ///
-/// Streams are made after BASS_Init only. Each has a reader of its own, so several go on beside each other; only, a new
-/// decode stream frees what plays from its drive. Playing streams sound together, added and cut off at 16 bits. Volume
-/// is linear, 50 being half the amplitude, and pan turns the far side down; at 100 and 0 the samples are heard as they
-/// are on the disc. Both are cut to their ranges. Levels are those of the disc, whatever volume and pan say.
+/// Streams are made after BASS_Init only. Each has a reader of its own, so several go on beside each other; only,
+/// asking for a decode stream frees all that plays. Playing streams sound together, added and cut off at 16 bits.
+/// Volume is linear, 50 being half the amplitude, and pan turns the far side down; at 100 and 0 the samples are heard
+/// as they are on the disc. Both are cut to their ranges. Levels are those of the disc, whatever volume and pan say.
 ///
 /// A playing stream ends, with BASS_SYNC_END, when its last sample was heard, or, with BASS_SYNC_CD_ERROR, when the
 /// last one was heard that could be read. BASS_SYNC_SLIDE is accepted and never comes, since nothing slides.
@@ -88,7 +88,7 @@ private:
     std::shared_ptr<Stream> find(Handle stream) const;
     Handle newHandle();
     std::shared_ptr<Stream> makeStream(Handle handle, const Source& source, std::uint32_t flags);
-    void endPlayback(std::uint32_t drive);
+    void endPlayback();
     void playbackEnded(Handle handle, std::uint32_t generation);
     void decodeEnded(const platform::DecodeReport& report);
 

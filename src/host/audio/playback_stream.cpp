@@ -4,9 +4,9 @@
 
 namespace tonquay::host {
 
-PlaybackStream::PlaybackStream(std::uint32_t drive, std::uint32_t flags, std::int64_t length,
-                               std::unique_ptr<ReadAhead> source, SoundOutput& output)
-    : Stream(drive, flags, length),
+PlaybackStream::PlaybackStream(std::uint32_t flags, std::int64_t length, std::unique_ptr<ReadAhead> source,
+                               SoundOutput& output)
+    : Stream(flags, length),
       output_(output),
       voice_(std::make_shared<Voice>(std::move(source)))
 {

@@ -15,8 +15,7 @@ namespace tonquay::host {
 /// paused, the place at which it will go on.
 class PlaybackStream : public Stream {
 public:
-    PlaybackStream(std::uint32_t drive, std::uint32_t flags, std::int64_t length, std::unique_ptr<ReadAhead> source,
-                   SoundOutput& output);
+    PlaybackStream(std::uint32_t flags, std::int64_t length, std::unique_ptr<ReadAhead> source, SoundOutput& output);
     ~PlaybackStream() override;
 
     Engine::Active active() override;

@@ -12,16 +12,11 @@ class Stream {
 public:
     using Engine = platform::AudioEngine;
 
-    Stream(std::uint32_t drive, std::uint32_t flags, std::int64_t length)
-        : drive_(drive),
-          flags_(flags),
-          length_(length)
-    {}
+    Stream(std::uint32_t flags, std::int64_t length) : flags_(flags), length_(length) {}
     virtual ~Stream() = default;
     Stream(const Stream&) = delete;
     Stream& operator=(const Stream&) = delete;
 
-    [[nodiscard]] std::uint32_t drive() const { return drive_; }
     [[nodiscard]] std::uint32_t flags() const { return flags_; }
     [[nodiscard]] bool decodes() const { return (flags_ & Engine::BASS_STREAM_DECODE) != 0; }
     [[nodiscard]] bool autoFree() const { return (flags_ & Engine::BASS_STREAM_AUTOFREE) != 0; }
@@ -59,7 +54,6 @@ public:
 private:
     virtual void applyGains() {}
 
-    std::uint32_t drive_;
     std::uint32_t flags_;
     std::int64_t length_;
     float volume_ = startVolume;
