@@ -6,6 +6,7 @@
 #include "console/rip_plan.h"
 #include "console/rip_session.h"
 #include "console/rip_settings.h"
+#include "console/run_processes.h"
 #include "console/screen_text.h"
 #include "disc/handover_file.h"
 #include "disc/handover_writer.h"
@@ -15,12 +16,16 @@
 #include "state/settings_text.h"
 
 #include <memory>
+#include <thread>
 
 namespace tonquay::console {
 
 namespace {
 
 constexpr std::wstring_view programFolder = L"C:\\CDTONQUAY";
+
+/// How the line begins that an extraction leaves when it fails.
+constexpr std::string_view extractionStep = "Extract a track: ";
 
 ExitStatus refuse(Screen& screen, const std::string& problem)
 {
@@ -56,9 +61,10 @@ bool cameBack(const state::RipSettings& wanted, const state::RipSettings& taken)
 
 }
 
-ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, wchar_t driveLetter,
+ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const platform::DriveDescription& drive,
                const platform::DiscTable& table)
 {
+    const std::string imagePath = drive.image ? drive.hostPath : std::string();
     const auto rows = options.tracks ? options.tracks->on(table.tracks) : allAudioTracks(table.tracks);
     if (!rows)
         return refuse(screen, base::describe(rows.failure()));
@@ -69,15 +75,17 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, wchar_t
     std::unique_ptr<RipSession> session;
     RunListener listener;
     listener.say = [&screen](const std::string& line) { screen.complain("tonquay: " + shownBytes(line)); };
-    if (options.verbose)
-        listener.diagnose = [&screen](std::string_view area, std::string_view text) {
+    listener.diagnose = [&screen, &session, verbose = options.verbose,
+                         logic = std::this_thread::get_id()](std::string_view area, std::string_view text) {
+        if (verbose)
             screen.complain(shownBytes(std::string(area) + ": " + std::string(text)));
-        };
-    listener.interrupt = [&session, &screen] {
+        // Steps that are passed over speak on the logic's thread.
+        if (session && std::this_thread::get_id() == logic && text.starts_with(extractionStep))
+            session->noteProblem(std::string(text.substr(extractionStep.size())));
+    };
+    listener.interrupt = [&session] {
         if (session)
             session->interrupt();
-        else
-            screen.complain("tonquay: stopping before the first track is not needed; nothing was begun");
     };
     listener.decodeEnd = [&session](const platform::DecodeReport& report) {
         if (session)
@@ -102,20 +110,28 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, wchar_t
 
     platform::DiscTable named = table;
     named.names = std::move(*names);
-    const disc::HandOver handOver = disc::makeHandOver(named, driveLetter);
+    const disc::HandOver handOver = disc::makeHandOver(named, drive.letter);
     for (const std::string& change : handOver.changes)
         platform.log.line("names", change);
     if (const auto prepared = prepareProgramFolder(platform, *settings, handOver.bytes); !prepared)
         return refuse(screen, base::describe(prepared.failure()));
 
-    app::Program program(platform);
+    RunProcesses processes(platform.processes, [&session] {
+        if (session)
+            session->breakOff("the program was ended");
+    });
+    app::Program program({platform.files, processes, platform.loop, platform.clock, platform.dialogs, platform.engine,
+                          platform.acd, platform.settings, platform.system, platform.log});
     program.start(programFolder);
     if (!cameBack(*settings, program.state().settings))
         return refuse(screen, platform.files.hostPath(settings->outputFolder) +
                                   ": files cannot be written to a folder of this name; choose one without quotes, "
                                   "line ends and blanks at its ends");
     RipPlan plan = makePlan(*rows, named, program.state().disc, program.state().settings, platform.files);
-    if (const auto problems = problemsOf(plan, platform.files); !problems.empty()) {
+    std::vector<std::string> problems = sourceProblems(plan, imagePath);
+    if (problems.empty())
+        problems = problemsOf(plan, platform.files);
+    if (!problems.empty()) {
         for (const std::string& problem : problems)
             refuse(screen, problem);
         return ExitStatus::usage;

@@ -9,7 +9,7 @@
 namespace tonquay::console {
 
 /// `tonquay rip` on the disc of a chosen drive: checks everything first, then rips, then judges each file.
-ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, wchar_t driveLetter,
+ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const platform::DriveDescription& drive,
                const platform::DiscTable& table);
 
 }

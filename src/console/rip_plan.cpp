@@ -1,9 +1,13 @@
 #include "console/rip_plan.h"
 
+#include "base/text.h"
 #include "console/wav_verdict.h"
 #include "naming/file_name.h"
 #include "naming/nonasc.h"
 #include "naming/output_folder.h"
+
+#include <filesystem>
+#include <fstream>
 
 namespace tonquay::console {
 
@@ -37,6 +41,28 @@ RipPlan makePlan(const std::vector<std::size_t>& rows, const platform::DiscTable
         plan.tracks.push_back(std::move(planned));
     }
     return plan;
+}
+
+std::vector<std::string> sourceProblems(const RipPlan& plan, const std::string& image)
+{
+    // Sheets are small; a large image holds its sound itself and names no other file.
+    constexpr std::streamsize mostBytes = 1 << 20;
+    std::ifstream file(image, std::ios::binary);
+    std::string bytes(static_cast<std::size_t>(mostBytes), '\0');
+    file.read(bytes.data(), mostBytes);
+    bytes.resize(static_cast<std::size_t>(file.gcount()));
+    const std::wstring sheet = base::upper(base::fromFileBytes(bytes));
+
+    std::vector<std::string> problems;
+    for (const PlannedTrack& track : plan.tracks) {
+        const std::filesystem::path output(track.hostPath);
+        std::error_code ignored;
+        const std::wstring name = base::upper(base::fromHostBytes(output.filename().string()));
+        if (std::filesystem::exists(output, ignored) && sheet.find(name) != std::wstring::npos)
+            problems.push_back("track " + std::to_string(track.track.number) + ": " + track.hostPath +
+                               " is named by the disc image itself; choose another output folder or other names");
+    }
+    return problems;
 }
 
 std::vector<std::string> problemsOf(const RipPlan& plan, platform::FileSystem& files)

@@ -30,6 +30,10 @@ struct RipPlan {
 RipPlan makePlan(const std::vector<std::size_t>& rows, const platform::DiscTable& table, state::DiscInfo disc,
                  const state::RipSettings& settings, platform::FileSystem& files);
 
+/// Files of the plan that the disc's own image is made of, by the sheet at `image` (empty for a drive): writing them
+/// would destroy the disc. One sentence each.
+std::vector<std::string> sourceProblems(const RipPlan& plan, const std::string& image);
+
 /// Why the run cannot end well, one sentence each; none when it can. Makes the output folder.
 std::vector<std::string> problemsOf(const RipPlan& plan, platform::FileSystem& files);
 

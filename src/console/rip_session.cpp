@@ -9,29 +9,12 @@
 
 namespace tonquay::console {
 
-namespace {
-
-std::string whyNotRead(const platform::DecodeReport& report)
-{
-    using End = platform::DecodeReport::End;
-    switch (report.end) {
-    case End::complete: return {};
-    case End::unreadable:
-        return "sector " + std::to_string(report.firstBadSector) +
-               " cannot be read; clean the disc or try another drive";
-    case End::gone: return "the disc was taken out";
-    case End::stopped: return "reading or writing ended early; --verbose tells more";
-    }
-    return {};
-}
-
-}
-
 RipSession::RipSession(app::Program& program, platform::Platform platform, RipView& view, RipPlan plan)
     : program_(program),
       platform_(platform),
       view_(view),
-      plan_(std::move(plan))
+      plan_(std::move(plan)),
+      begun_(plan_.tracks.size())
 {
     for (std::size_t i = 0; i < plan_.tracks.size(); ++i)
         playSecondsTotal_ += playSecondsOf(i);
@@ -60,8 +43,7 @@ RunEnd RipSession::run(const std::string& format)
     main.icntla[state::startButton].mouseDown(controls::MouseButton::left);
     main.icntla[state::startButton].mouseUp(controls::MouseButton::left);
     trackEnds();
-
-    end_.left = static_cast<int>(plan_.tracks.size() - begun_);
+    leaveOut();
     end_.taken = elapsed();
     view_.runEnds(end_);
     return end_;
@@ -75,10 +57,10 @@ void RipSession::trackBegins(std::int32_t number)
         return;
     trackEnds();
     inHand_ = static_cast<std::size_t>(planned - plan_.tracks.begin());
-    ++begun_;
+    begun_[*inHand_] = true;
     trackStarted_ = platform_.clock.now();
     view_.trackBegins({.number = planned->track.number,
-                       .ordinal = static_cast<int>(begun_),
+                       .ordinal = static_cast<int>(std::ranges::count(begun_, true)),
                        .title = program_.state().disc.trackTitles(number),
                        .path = planned->hostPath,
                        .playSeconds = playSecondsOf(*inHand_)});
@@ -93,7 +75,7 @@ void RipSession::trackEnds()
                          .path = planned.hostPath,
                          .playSeconds = playSecondsOf(*inHand_),
                          .taken = platform_.clock.now() - trackStarted_};
-    const std::string notRead = report_ ? whyNotRead(*report_) : std::string("it could not be opened for reading");
+    const std::string notRead = whyNotRead(planned);
     const WavVerdict file = judgeWav(planned.hostPath, {.sampleBytes = sampleBytes(planned.track.sectorCount),
                                                         .bytesRead = report_ ? report_->bytesDelivered : 0});
     verdict.whole = file.whole && notRead.empty();
@@ -106,7 +88,52 @@ void RipSession::trackEnds()
     playSecondsDone_ += verdict.playSeconds;
     inHand_.reset();
     report_.reset();
+    problem_.clear();
     view_.trackEnds(verdict);
+}
+
+std::string RipSession::whyNotRead(const PlannedTrack& planned) const
+{
+    using End = platform::DecodeReport::End;
+    const std::string otherwise = problem_.empty() ? "it could not be opened for reading" : problem_;
+    if (!report_ || report_->track != planned.row)
+        return otherwise;
+    switch (report_->end) {
+    case End::complete: return problem_;
+    case End::unreadable:
+        return "sector " + std::to_string(report_->firstBadSector) +
+               " cannot be read; clean the disc or try another drive";
+    case End::gone: return "the disc was taken out";
+    case End::stopped: return otherwise;
+    }
+    return otherwise;
+}
+
+void RipSession::leaveOut()
+{
+    for (std::size_t i = 0; i < plan_.tracks.size(); ++i) {
+        if (begun_[i])
+            continue;
+        ++end_.left;
+        view_.trackEnds({.number = plan_.tracks[i].track.number,
+                         .path = plan_.tracks[i].hostPath,
+                         .text = "not ripped: the run was stopped"});
+    }
+}
+
+void RipSession::breakOff(const std::string& why)
+{
+    if (inHand_) {
+        const PlannedTrack& planned = plan_.tracks[*inHand_];
+        ++end_.broken;
+        view_.trackEnds({.number = planned.track.number,
+                         .path = planned.hostPath,
+                         .taken = platform_.clock.now() - trackStarted_,
+                         .text = "unfinished: " + why});
+    }
+    leaveOut();
+    end_.taken = elapsed();
+    view_.runEnds(end_);
 }
 
 void RipSession::showProgress()
@@ -137,13 +164,7 @@ void RipSession::interrupt()
         program_.forms().ripdeck().icntla[state::stopButton].mouseUp(controls::MouseButton::left);
         return;
     }
-    if (inHand_) {
-        const PlannedTrack& planned = plan_.tracks[*inHand_];
-        view_.trackEnds({.number = planned.track.number,
-                         .path = planned.hostPath,
-                         .taken = platform_.clock.now() - trackStarted_,
-                         .text = "unfinished: the run was broken off"});
-    }
+    breakOff("the run was broken off");
     platform_.processes.endProgram(incomplete);
 }
 

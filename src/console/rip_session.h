@@ -22,16 +22,24 @@ public:
     /// Selects the planned rows, presses Start, and returns when the run is over. `format` as shown, "wav".
     RunEnd run(const std::string& format);
 
-    /// Ctrl-C. The first one stops the run after the track in hand; the second one names the unfinished file and ends
-    /// the program.
+    /// Ctrl-C. The first one stops the run after the track in hand; the second one breaks it off and ends the program.
     void interrupt();
+
+    /// Tells the view of every track that has no whole file, since the program is about to end; `why` for the one in
+    /// hand.
+    void breakOff(const std::string& why);
+
+    /// What went wrong last, for the verdict on the track in hand.
+    void noteProblem(std::string text) { problem_ = std::move(text); }
 
     void decodeEnded(const platform::DecodeReport& report) { report_ = report; }
 
 private:
     void trackBegins(std::int32_t number);
     void trackEnds();
+    void leaveOut();
     void showProgress();
+    std::string whyNotRead(const PlannedTrack& planned) const;
     Seconds elapsed() const;
     double playSecondsOf(std::size_t planned) const;
 
@@ -41,10 +49,11 @@ private:
     RipPlan plan_;
     RunEnd end_;
     std::optional<std::size_t> inHand_; ///< index into the plan
-    std::size_t begun_ = 0;
+    std::vector<bool> begun_;
     double playSecondsDone_ = 0;
     double playSecondsTotal_ = 0;
     std::optional<platform::DecodeReport> report_;
+    std::string problem_;
     platform::Clock::Monotonic started_;
     platform::Clock::Monotonic trackStarted_;
     bool interrupted_ = false;

@@ -27,7 +27,7 @@ ExitStatus answer(Screen& screen, const Answer& answer)
 /// The disc that a command is about, in its drive.
 struct ChosenDisc {
     std::unique_ptr<Host> host;
-    wchar_t driveLetter;
+    platform::DriveDescription drive;
     platform::DiscTable table;
 };
 
@@ -46,7 +46,7 @@ base::Result<ChosenDisc> openDisc(const HostFactory& makeHost, const std::string
     base::Result<platform::DiscTable> table = discs.read(drive->letter);
     if (!table)
         return table.failure();
-    return ChosenDisc{std::move(*host), drive->letter, std::move(*table)};
+    return ChosenDisc{std::move(*host), *drive, std::move(*table)};
 }
 
 ExitStatus list(Screen& screen, const HostFactory& makeHost, const ListOptions& options)
@@ -86,7 +86,7 @@ ExitStatus ripDisc(Screen& screen, const HostFactory& makeHost, const RipOptions
         complain(screen, disc.failure());
         return ExitStatus::noDisc;
     }
-    return rip(screen, options, *disc->host, disc->driveLetter, disc->table);
+    return rip(screen, options, *disc->host, disc->drive, disc->table);
 }
 
 }

@@ -43,6 +43,11 @@ EngineForm::EngineForm(state::AppState& state, state::Forms& forms, platform::Pl
     wireButtons();
 }
 
+EngineForm::~EngineForm()
+{
+    context_.engine.BASS_StreamFree(context_.stream());
+}
+
 void EngineForm::load()
 {
     constexpr std::int32_t defaultDevice = 1;

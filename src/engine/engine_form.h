@@ -18,6 +18,8 @@ namespace tonquay::engine {
 class EngineForm {
 public:
     EngineForm(state::AppState& state, state::Forms& forms, platform::Platform& platform);
+    /// Lets go of the stream, whose end would be told to nobody.
+    ~EngineForm();
     EngineForm(const EngineForm&) = delete;
     EngineForm& operator=(const EngineForm&) = delete;
 

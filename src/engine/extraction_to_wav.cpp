@@ -1,6 +1,7 @@
 #include "engine/extraction_to_wav.h"
 
 #include "base/text.h"
+#include "engine/error_reporters.h"
 #include "engine/wav_header.h"
 
 #include <algorithm>
@@ -81,9 +82,13 @@ base::Status writeTrack(EngineContext& c)
     const std::unique_ptr<platform::BinaryFile> file = std::move(*opened);
     if (auto written = writeHeader(*file, streamFormat(c)); !written)
         return written;
+    const std::int64_t length = c.engine.BASS_ChannelGetLength(c.stream(), 0);
     std::int64_t bytesWritten = 0;
     if (auto copied = copyStream(c, *file, bytesWritten); !copied)
         return copied;
+    if (bytesWritten != length)
+        return base::Failure{base::Failure::Kind::other, base::utf8(c.state.run.ripTargetPath),
+                             "the track was ended before its last byte"};
     c.engine.BASS_ChannelStop(c.stream());
     c.engine.BASS_StreamFree(c.stream());
     if (auto patched = patchSizes(*file, bytesWritten); !patched)
@@ -95,21 +100,24 @@ base::Status writeTrack(EngineContext& c)
 
 void ExtractAudioTrackToWav(EngineContext& c, std::int32_t track)
 {
-    if (c.extracting)
+    if (c.extracting) {
+        ReportEngineError(c.log, L"Another extraction is in hand; left out: track", track + 1);
         return;
+    }
+    const std::uint32_t drive = c.engineDrive;
     c.stir();
     c.dialogs.setPointer(platform::Dialogs::Pointer::busy);
-    c.engine.BASS_CD_Door(c.engineDrive, AudioEngine::lockDoor);
-    c.state.engine.audioStream = c.engine.BASS_CD_StreamCreate(c.engineDrive, track, AudioEngine::BASS_STREAM_DECODE);
+    c.engine.BASS_CD_Door(drive, AudioEngine::lockDoor);
+    c.state.engine.audioStream = c.engine.BASS_CD_StreamCreate(drive, track, AudioEngine::BASS_STREAM_DECODE);
     if (c.stream() != 0) {
         c.form.form.enabled = false;
         c.extracting = true;
         passOver(c.log, writeTrack(c), "Extract a track");
         c.extracting = false;
     } else {
-        c.log.line("engine", "No stream for track " + std::to_string(track + 1));
+        ReportEngineError(c.log, L"No stream for track", track + 1);
     }
-    c.engine.BASS_CD_Door(c.engineDrive, AudioEngine::unlockDoor);
+    c.engine.BASS_CD_Door(drive, AudioEngine::unlockDoor);
     if (c.stream() != 0) {
         c.engine.BASS_ChannelStop(c.stream());
         c.engine.BASS_StreamFree(c.stream());

@@ -8,12 +8,20 @@
 #include "platform/file_system.h"
 #include "state/settings_text.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace tonquay::rip {
 
 namespace {
 
 constexpr controls::Colour partialBright = 255;
 constexpr controls::Colour partialDark = 128;
+
+std::int32_t wholeMs(double value)
+{
+    return static_cast<std::int32_t>(std::clamp(value, 0.0, double{std::numeric_limits<std::int32_t>::max()}));
+}
 
 }
 
@@ -42,9 +50,11 @@ void TrackExtraction::captureAnalog(std::int32_t row, const std::wstring& wavPat
     const std::wstring name = base::replaced(base::trim(state_.run.currentName), L' ', L'_');
     state_.run.analogTempPath = state::inFolder(state_.folders.windowsFolder, name + L".wav");
     handOverCounters();
-    forms_.controlsOf<state::CdrecaltControls>().form.show();
+    controls::Form& capture = forms_.controlsOf<state::CdrecaltControls>().form;
+    capture.unload();
+    capture.show();
     platform::waitUntil(platform_.loop, [this] { return state_.flags.analogBusy != 1; });
-    forms_.controlsOf<state::CdrecaltControls>().form.unload();
+    capture.unload();
     passOver(platform_.log, platform_.files.rename(state_.run.analogTempPath, wavPath), "Rename the captured file");
 }
 
@@ -56,9 +66,8 @@ void TrackExtraction::extractByControl(std::int32_t row, const std::wstring& wav
     std::int16_t failed = 0;
     if (state_.partial.partialLengthMs(track) > 0) {
         partialLabel.colour = partialBright;
-        failed =
-            platform_.acd.RipPartial(track, wavPath, static_cast<std::int32_t>(state_.partial.partialStartMs(track)),
-                                     static_cast<std::int32_t>(state_.partial.partialLengthMs(track)));
+        failed = platform_.acd.RipPartial(track, wavPath, wholeMs(state_.partial.partialStartMs(track)),
+                                          wholeMs(state_.partial.partialLengthMs(track)));
     } else {
         partialLabel.colour = partialDark;
         failed = platform_.acd.RipTrack(track, wavPath);

@@ -57,6 +57,7 @@ void Cdrip1Controls::resetToDesign()
     optExtractMode[0].setValue(true);
     optExtractMode[1].setValue(false);
     picWMAExtractOptionsVisible = false;
+    chkWMAFileTags.setValue(0);
     for (controls::CheckBox& flag : chkRWFlags)
         flag.setValue(0);
     for (controls::Slider* slider : {&SliderVolume, &SliderBalance, &SliderPosition})
@@ -65,6 +66,7 @@ void Cdrip1Controls::resetToDesign()
         label->caption = L"";
     trackListTabsSet = false;
     tmrPlaybackPosition.setEnabled(false);
+    tmrPlaybackPosition.setInterval(positionInterval);
 }
 
 }

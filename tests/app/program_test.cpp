@@ -69,6 +69,10 @@ TEST_F(WholeProgram, ripThatFindsAPreviewPlayingIsJustAsExact)
     host.loop.runFor(1s);
     press(state::startButton);
     expectWhole(L"Dusk", 2, 14);
+    EXPECT_EQ(host.engine.streamCount(), 0U) << "nothing goes on sounding";
+    press(state::playButton);
+    EXPECT_EQ(host.engine.BASS_ChannelIsActive(program.state().engine.audioStream), platform::AudioEngine::playing)
+        << "and the Play key works after the run";
 }
 
 TEST_F(WholeProgram, stopInTheFirstTrackLeavesItWholeAndNoOthers)
@@ -90,6 +94,8 @@ TEST_F(WholeProgram, everyKeyPressedInEveryWaitChangesNoSample)
         for (const state::TransportKey key : {state::previousButton, state::nextButton, state::playButton,
                                               state::pauseButton, state::ejectButton, state::startButton})
             press(key);
+        for (const controls::Label& label : main.LabelP)
+            label.mouseUp(MouseButton::left);
         main.Trackprogress.mouseUp(0.5);
         main.SliderVolume.drag(main.SliderVolume.value() == -100 ? 0 : -100);
         main.SliderBalance.drag(30);
