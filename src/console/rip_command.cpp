@@ -112,8 +112,8 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, wchar_t
     program.start(programFolder);
     if (!cameBack(*settings, program.state().settings))
         return refuse(screen, platform.files.hostPath(settings->outputFolder) +
-                                  ": files cannot be written to a folder of this name; choose one without quotes, "
-                                  "line ends and blanks at its ends");
+                                  ": files cannot be written to a folder of this name; choose one of UTF-8 letters, "
+                                  "without double quotes, line ends and blanks at its ends");
     RipPlan plan = makePlan(*rows, named, program.state().disc, program.state().settings, platform.files);
     if (const auto problems = problemsOf(plan, platform.files); !problems.empty()) {
         for (const std::string& problem : problems)
