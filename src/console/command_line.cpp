@@ -166,6 +166,8 @@ void addTitles(CLI::App& app, std::map<int, std::wstring>& titles)
            "Title of a track; may be repeated")
         ->type_name("N=TEXT")
         ->expected(1)
+        // Else every word that follows, the disc too, would be taken for a further title.
+        ->allow_extra_args(false)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 

@@ -125,8 +125,8 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
     program.start(programFolder);
     if (!cameBack(*settings, program.state().settings))
         return refuse(screen, platform.files.hostPath(settings->outputFolder) +
-                                  ": files cannot be written to a folder of this name; choose one without quotes, "
-                                  "line ends and blanks at its ends");
+                                  ": files cannot be written to a folder of this name; choose one of UTF-8 letters, "
+                                  "without double quotes, line ends and blanks at its ends");
     RipPlan plan = makePlan(*rows, named, program.state().disc, program.state().settings, platform.files);
     std::vector<std::string> problems = sourceProblems(plan, imagePath);
     if (problems.empty())
