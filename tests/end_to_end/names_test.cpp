@@ -74,7 +74,9 @@ TEST(Names, givenOnesTakeTheDiscsPlace)
         {"what names no file",
          {"--year", "1999", "--genre", "Rock", "--comment", "live, \"raw\""},
          {"Ann Lee/First Light/Song 1.wav", "Ann Lee/First Light/Song 2.wav"}},
-        {"an empty artist", {"--artist", ""}, {"Song 1.wav", "Song 2.wav"}},
+        {"an empty artist",
+         {"--artist", ""},
+         {"Unknown Artist/First Light/Song 1.wav", "Unknown Artist/First Light/Song 2.wav"}},
         {"not UTF-8", {"--artist", "B\xF6"}, {"B/First Light/Song 1.wav", "B/First Light/Song 2.wav"}},
     };
     const Sandbox box;
