@@ -60,6 +60,7 @@ RunEnd RipSession::run(const std::string& format)
     main.icntla[state::startButton].mouseDown(controls::MouseButton::left);
     main.icntla[state::startButton].mouseUp(controls::MouseButton::left);
     trackEnds();
+    nameLeftOut();
 
     end_.left = static_cast<int>(plan_.tracks.size() - begun_);
     end_.taken = elapsed();
@@ -109,6 +110,17 @@ void RipSession::trackEnds()
     view_.trackEnds(verdict);
 }
 
+void RipSession::nameLeftOut()
+{
+    // A run walks the list from its top, as the plan does.
+    for (std::size_t i = begun_; i < plan_.tracks.size(); ++i)
+        view_.trackIsLeftOut(
+            {.number = plan_.tracks[i].track.number,
+             .path = plan_.tracks[i].hostPath,
+             .playSeconds = playSecondsOf(i),
+             .text = interrupted_ ? "left out: the run was stopped" : "left out: the run ended before it"});
+}
+
 void RipSession::showProgress()
 {
     if (!inHand_)
@@ -144,6 +156,7 @@ void RipSession::interrupt()
                          .taken = platform_.clock.now() - trackStarted_,
                          .text = "unfinished: the run was broken off"});
     }
+    nameLeftOut();
     platform_.processes.endProgram(incomplete);
 }
 

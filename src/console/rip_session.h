@@ -31,6 +31,7 @@ public:
 private:
     void trackBegins(std::int32_t number);
     void trackEnds();
+    void nameLeftOut();
     void showProgress();
     Seconds elapsed() const;
     double playSecondsOf(std::size_t planned) const;
