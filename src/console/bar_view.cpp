@@ -92,6 +92,11 @@ void BarView::trackEnds(const TrackVerdict& verdict)
         screen_.complain(problemLine(verdict));
 }
 
+void BarView::trackIsLeftOut(const TrackVerdict& track)
+{
+    screen_.complain(problemLine(track));
+}
+
 void BarView::runEnds(const RunEnd& end)
 {
     erase();

@@ -45,7 +45,8 @@ base::Failure problemOf(const DriveDescription& drive)
 {
     const std::string text =
         drive.problemText.empty() ? std::string("there is no audio disc in this drive") : drive.problemText;
-    return {base::Failure::Kind::notFound, drive.hostPath, text};
+    // What is wrong with an image mostly begins with its path, and its line.
+    return {base::Failure::Kind::notFound, text.starts_with(drive.hostPath) ? std::string{} : drive.hostPath, text};
 }
 
 }

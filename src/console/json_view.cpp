@@ -88,6 +88,11 @@ void JsonView::trackEnds(const TrackVerdict& verdict)
         screen_.complain(problemLine(verdict));
 }
 
+void JsonView::trackIsLeftOut(const TrackVerdict& track)
+{
+    trackEnds(track);
+}
+
 void JsonView::runEnds(const RunEnd& end)
 {
     line(screen_, Json{{"event", "end"},

@@ -16,6 +16,7 @@ public:
     void trackBegins(const TrackFacts& track) override;
     void progress(const RunProgress& progress) override;
     void trackEnds(const TrackVerdict& verdict) override;
+    void trackIsLeftOut(const TrackVerdict& track) override;
     void runEnds(const RunEnd& end) override;
 
 private:

@@ -24,6 +24,11 @@ void LineView::trackEnds(const TrackVerdict& verdict)
         screen_.complain(problemLine(verdict));
 }
 
+void LineView::trackIsLeftOut(const TrackVerdict& track)
+{
+    screen_.complain(problemLine(track));
+}
+
 void LineView::runEnds(const RunEnd& end)
 {
     screen_.write(summaryLine(end) + '\n');

@@ -15,6 +15,7 @@ public:
     void trackBegins(const TrackFacts&) override {}
     void progress(const RunProgress&) override {}
     void trackEnds(const TrackVerdict& verdict) override;
+    void trackIsLeftOut(const TrackVerdict& track) override;
     void runEnds(const RunEnd& end) override;
 
 private:

@@ -115,9 +115,11 @@ void RipSession::leaveOut()
         if (begun_[i])
             continue;
         ++end_.left;
-        view_.trackEnds({.number = plan_.tracks[i].track.number,
-                         .path = plan_.tracks[i].hostPath,
-                         .text = "not ripped: the run was stopped"});
+        view_.trackIsLeftOut(
+            {.number = plan_.tracks[i].track.number,
+             .path = plan_.tracks[i].hostPath,
+             .playSeconds = playSecondsOf(i),
+             .text = interrupted_ ? "left out: the run was stopped" : "left out: the run ended before it"});
     }
 }
 

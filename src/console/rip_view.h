@@ -58,8 +58,8 @@ struct RunEnd {
     Seconds taken{0};
 };
 
-/// Shows a run. Called in the order run, (track, progress..., verdict)..., end, from one thread; a track that was not
-/// begun may get a verdict too. A view depends on what it is told and on the screen only: it asks no clock.
+/// Shows a run. Called in the order run, (track, progress..., verdict)..., left out..., end, from one thread. A view
+/// depends on what it is told and on the screen only: it asks no clock.
 class RipView {
 public:
     virtual ~RipView() = default;
@@ -68,6 +68,8 @@ public:
     /// May be called as often as there is news; a view shows what people can follow.
     virtual void progress(const RunProgress& progress) = 0;
     virtual void trackEnds(const TrackVerdict& verdict) = 0;
+    /// A selected track that was not begun, with the reason as its text; after the last trackEnds.
+    virtual void trackIsLeftOut(const TrackVerdict& track) = 0;
     virtual void runEnds(const RunEnd& end) = 0;
 };
 

@@ -117,11 +117,11 @@ TEST(CommandLine, everyRipOptionArrives)
                                                             "--comment=-x",
                                                             "--title",
                                                             "3=a=b,c",
-                                                            "--title",
-                                                            "12=[x]",
                                                             "--json",
                                                             "-q",
                                                             "-v",
+                                                            "--title",
+                                                            "12=[x]",
                                                             "Disc.CUE"});
     ASSERT_TRUE(command) << command.failure().text;
     const auto* rip = std::get_if<RipOptions>(&*command);

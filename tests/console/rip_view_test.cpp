@@ -45,9 +45,11 @@ void play(RipView& view, std::wstring_view title = L"Rain")
                         .whole = number == 1,
                         .text = number == 1 ? "" : "the disk\n is full"});
     }
+    view.trackIsLeftOut({.number = 3, .path = "/out/Sun.wav", .text = "left out"});
     view.runEnds({.whole = 1, .broken = 1, .left = 1, .playSeconds = 30, .taken = Seconds(4)});
 }
 
+constexpr const char* leftOut = "tonquay: track 3: /out/Sun.wav: left out";
 constexpr const char* problem = "tonquay: track 2: /out/Ra\uFFFDin.wav: the disk\uFFFD is full";
 
 TEST(LineView, oneLineForEachFinishedTrackAndASummary)
@@ -57,7 +59,7 @@ TEST(LineView, oneLineForEachFinishedTrackAndASummary)
     EXPECT_EQ(screen.out, " 1  /out/Ra\uFFFDin.wav  30.0 s  15.0x  0000CBF4  whole\n"
                           " 2  /out/Ra\uFFFDin.wav  30.0 s  15.0x  --------  broken: the disk\uFFFD is full\n"
                           "1 file whole, 1 not, 1 left out; 0:30 of sound in 4.0 s, 7.5x\n");
-    EXPECT_THAT(screen.problems, ElementsAre(problem));
+    EXPECT_THAT(screen.problems, ElementsAre(problem, leftOut));
 }
 
 TEST(LineView, quietLeavesTheSummaryAndTheProblems)
@@ -65,7 +67,7 @@ TEST(LineView, quietLeavesTheSummaryAndTheProblems)
     FakeScreen screen;
     play(*makeRipView(ViewKind::quiet, screen));
     EXPECT_EQ(screen.out, "1 file whole, 1 not, 1 left out; 0:30 of sound in 4.0 s, 7.5x\n");
-    EXPECT_THAT(screen.problems, ElementsAre(problem));
+    EXPECT_THAT(screen.problems, ElementsAre(problem, leftOut));
 }
 
 TEST(JsonView, everyLineIsAnObjectOfAKnownKind)
@@ -88,7 +90,7 @@ TEST(JsonView, everyLineIsAnObjectOfAKnownKind)
         }
         EXPECT_EQ(counts["run"] + counts["end"], 2);
         EXPECT_EQ(counts["track"], 2);
-        EXPECT_EQ(counts["verdict"], 2);
+        EXPECT_EQ(counts["verdict"], 3);
         // Four seconds at four lines a second, and each track begins anew.
         EXPECT_GE(counts["progress"], quiet ? 0 : 14);
         EXPECT_LE(counts["progress"], quiet ? 0 : 20);
@@ -96,7 +98,7 @@ TEST(JsonView, everyLineIsAnObjectOfAKnownKind)
         EXPECT_EQ(verdict["whole"], true);
         EXPECT_EQ(verdict["path"], "/out/Ra\nin.wav");
         EXPECT_DOUBLE_EQ(verdict["speed"].get<double>(), 15);
-        EXPECT_THAT(screen.problems, ElementsAre(problem));
+        EXPECT_THAT(screen.problems, ElementsAre(problem, leftOut));
     }
 }
 

@@ -80,6 +80,10 @@ public:
     std::unique_ptr<Child> startRip(const std::filesystem::path& disc, const Arguments& more = {},
                                     const Environment& environment = {}) const;
 
+    /// A rip with --json that SIGSTOP holds while it reads its first track; `secondFile`, of the next one, below out().
+    std::unique_ptr<Child> stoppedInFirstTrack(const std::filesystem::path& disc,
+                                               const std::filesystem::path& secondFile) const;
+
     /// What lies where the program has nothing to leave: anywhere but in out(), in its log and among the discs.
     std::string strays() const;
 
