@@ -2,16 +2,14 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string>
 
 namespace tonquay::console {
 
 /// What a track's WAV file must hold, and what its reader said of it.
 struct WavExpectation {
-    std::int64_t sampleBytes = 0;       ///< by the disc's table: sectors * 2352
-    std::int64_t bytesRead = 0;         ///< that the reader delivered while this file was written
-    std::optional<std::uint32_t> crc{}; ///< of the samples as they were read; the file is read back when it is set
+    std::int64_t sampleBytes = 0; ///< by the disc's table: sectors * 2352
+    std::int64_t bytesRead = 0;   ///< that the reader delivered while this file was written
 };
 
 struct WavVerdict {
@@ -24,7 +22,7 @@ struct WavVerdict {
 /// 16 bits, two channels) whose sizes are the track's, and as many sample bytes behind it. Any program plays a file
 /// with a foreign tail right, so that counts as whole and is only remarked on.
 ///
-/// Reads 44 bytes, or the whole file when `crc` is set. Never fails; a file that cannot be read is not whole.
+/// Reads 44 bytes. Never fails; a file that cannot be read is not whole.
 WavVerdict judgeWav(const std::filesystem::path& file, const WavExpectation& expected);
 
 /// A WAV file of that many sample bytes, header included.
