@@ -71,7 +71,7 @@ void encode(std::uint32_t value, std::string& out)
 
 wchar_t upper(wchar_t character)
 {
-    const auto code = static_cast<std::uint32_t>(character);
+    const auto code = static_cast<char32_t>(character);
     const auto after =
         std::upper_bound(detail::caseRuns.begin(), detail::caseRuns.end(), code,
                          [](std::uint32_t value, const detail::CaseRun& run) { return value < run.first; });
@@ -121,7 +121,7 @@ std::string utf8(std::wstring_view text)
     std::string out;
     out.reserve(text.size());
     for (const wchar_t character : text) {
-        const auto value = static_cast<std::uint32_t>(character);
+        const auto value = static_cast<char32_t>(character);
         if (value >= 0xDC80 && value <= 0xDCFF)
             out.push_back(static_cast<char>(value - rawByteBase));
         else if (value > 0x10FFFF || (value >= 0xD800 && value <= 0xDFFF))

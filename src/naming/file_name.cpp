@@ -9,7 +9,7 @@ namespace {
 
 std::wstring ruled(std::int16_t nameFormat, const state::DiscInfo& disc, std::int32_t number)
 {
-    const std::wstring title(base::trim(disc.trackTitles(number)));
+    std::wstring title(base::trim(disc.trackTitles(number)));
     switch (NameFormat{nameFormat}) {
     case NameFormat::trackName: return title;
     case NameFormat::trackNumber: return L"Track" + base::digits(number);
