@@ -169,10 +169,10 @@ TEST(BadDisc, imagesWhoseDataIsShort)
 TEST(BadDisc, dataThatIsCutWhileItIsRead)
 {
     const Sandbox box;
-    const DiscPlan plan = plainDisc(3, 5000);
+    const DiscPlan plan = plainDisc(3, 3000);
     const fs::path disc = makeDisc(box.discs(), plan);
     const auto rip = box.stoppedInFirstTrack(disc, "Ann Lee/First Light/Song 2.wav");
-    fs::resize_file(box.discs() / "album.bin", std::uintmax_t{2352} * 9000);
+    fs::resize_file(box.discs() / "album.bin", std::uintmax_t{2352} * 5000);
     rip->send(SIGCONT);
     const Ended ended = rip->wait();
     ASSERT_EQ(ended.status, 1) << ended.all();
@@ -188,7 +188,7 @@ TEST(BadDisc, dataThatIsCutWhileItIsRead)
 TEST(BadDisc, anImageThatGoesAwayIsADiscThatWasTakenOut)
 {
     const Sandbox box;
-    const DiscPlan plan = plainDisc(3, 5000);
+    const DiscPlan plan = plainDisc(3, 3000);
     const fs::path disc = makeDisc(box.discs(), plan);
     const auto rip = box.stoppedInFirstTrack(disc, "Ann Lee/First Light/Song 2.wav");
     fs::remove(box.discs() / "album.bin");

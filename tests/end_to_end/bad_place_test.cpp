@@ -142,13 +142,13 @@ TEST(BadPlace, aFullDiskIsSeenBeforeTheRun)
 TEST(BadPlace, aDiskThatFillsUpWhileTracksAreWritten)
 {
     const Sandbox box;
-    const SmallDisk disk(box.out(), 48 << 10);
+    const SmallDisk disk(box.out(), 30 << 10);
     if (!disk.mounted())
         GTEST_SKIP() << disk.problem();
-    const DiscPlan plan = plainDisc(4, 5000);
+    const DiscPlan plan = plainDisc(4, 3000);
     const fs::path disc = makeDisc(box.discs(), plan);
     const auto rip = box.stoppedInFirstTrack(disc, "Ann Lee/First Light/Song 2.wav");
-    disk.fill(13 << 10);
+    disk.fill(8 << 10);
     rip->send(SIGCONT);
     const Ended ended = rip->wait();
     ASSERT_EQ(ended.status, 1) << ended.all();

@@ -63,7 +63,7 @@ const PlannedTrack gapBehind{.sectors = 30, .silentPostgap = 12};
 
 const std::vector<Case> discs{
     {"one sector each", {.tracks = {{1}, {1}, {1}}}},
-    {"lengths that are multiples of the block of 20000 bytes", {.tracks = {{1250}, {2500}, {7}}}},
+    {"lengths that are multiples of the block of 20000 bytes", {.tracks = {{1250}, {1250}, {7}}}},
     {"a track just over and just under a block", {.tracks = {{8}, {9}, {17}}}},
     {"a data track first", {.tracks = {data(160), {.sectors = 40, .pregap = 150}, {30}}}},
     {"data of 2048 bytes first", {.tracks = {data(160, 2048), {.sectors = 40, .silentPregap = 150}, {30}}}},

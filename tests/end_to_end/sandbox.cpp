@@ -25,7 +25,7 @@ namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds timeLimit{20};
-constexpr std::chrono::milliseconds lookEvery{5};
+constexpr std::chrono::milliseconds lookEvery{1};
 
 std::string textOf(const fs::path& path)
 {
@@ -33,6 +33,15 @@ std::string textOf(const fs::path& path)
     std::ostringstream text;
     text << file.rdbuf();
     return text.str();
+}
+
+std::vector<std::byte> bytesOf(const fs::path& path)
+{
+    std::vector<std::byte> bytes(static_cast<std::size_t>(fs::file_size(path)));
+    std::ifstream file(path, std::ios::binary);
+    file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    EXPECT_TRUE(file.good()) << path;
+    return bytes;
 }
 
 int countOf(std::string_view text, std::string_view wanted)
@@ -164,7 +173,7 @@ Tree treeOf(const fs::path& folder)
         if (entry.is_directory() && fs::is_empty(entry.path()))
             tree[name + "/"] = {};
         else if (entry.is_symlink() || !entry.is_directory())
-            tree[name] = entry.is_symlink() ? std::vector<std::byte>{} : readFile(entry.path());
+            tree[name] = entry.is_symlink() ? std::vector<std::byte>{} : bytesOf(entry.path());
     }
     return tree;
 }

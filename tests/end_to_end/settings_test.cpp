@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <span>
 
 namespace tonquay::test {
 
@@ -31,6 +32,13 @@ void save(const Sandbox& box, const std::string& text)
     writeFile(box.settingsFile(), text);
 }
 
+bool hasSaved(const Sandbox& box, const std::string& text)
+{
+    const Tree files = treeOf(box.settingsFile().parent_path());
+    const auto found = files.find("acdset.ini");
+    return found != files.end() && std::ranges::equal(found->second, std::as_bytes(std::span(text)));
+}
+
 }
 
 TEST(Settings, savedOnesAreTheDefaultsAndStayAsTheyAre)
@@ -51,9 +59,7 @@ TEST(Settings, savedOnesAreTheDefaultsAndStayAsTheyAre)
     EXPECT_TRUE(fs::exists(box.out() / "Track1.wav"));
     EXPECT_EQ(box.rip(disc, {"--tracks", "9"}).status, 2);
 
-    EXPECT_EQ(readFile(box.settingsFile()).size(), saved.size());
-    const auto bytes = readFile(box.settingsFile());
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(bytes.data()), bytes.size()), saved);
+    EXPECT_TRUE(hasSaved(box, saved));
     EXPECT_EQ(fs::last_write_time(box.settingsFile()), before);
     EXPECT_EQ(box.strays(), "home/data/cd-tonquay/acdset.ini\n");
 }
@@ -94,7 +100,7 @@ TEST(Settings, brokenOnesCostNothingButThemselves)
         {"cut in the middle", whole.substr(0, whole.size() / 2)},
         {"binary", binary},
         {"zeros", std::string(3000, '\0')},
-        {"huge", whole + std::string(40 << 20, 'x')},
+        {"huge", whole + std::string(8 << 20, 'x')},
         {"a huge field", "\"D\",\"" + std::string(900000, 'x') + "\",1,0"},
         {"not UTF-8", "\"D\",\"C:\\caf\xE9\",1,0,\"l\xFFme\",1,1,0,0,1,8,\"\",\"\",4,\"2\",1,0,1,0,1,1,1\r\n"},
         {"numbers out of range", settings("C:\\nowhere", 99999999, -5)},
@@ -113,7 +119,7 @@ TEST(Settings, brokenOnesCostNothingButThemselves)
         const Tree files = treeOf(box.out());
         ASSERT_EQ(files.size(), 1u);
         EXPECT_EQ(files.begin()->second, ripped(plan, 0)) << files.begin()->first;
-        EXPECT_EQ(readFile(box.settingsFile()).size(), c.text.size());
+        EXPECT_TRUE(hasSaved(box, c.text)) << "they are changed";
         EXPECT_EQ(box.strays(), "home/data/cd-tonquay/acdset.ini\n");
     }
 }
