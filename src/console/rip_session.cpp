@@ -95,7 +95,7 @@ void RipSession::trackEnds()
 std::string RipSession::whyNotRead(const PlannedTrack& planned) const
 {
     using End = platform::DecodeReport::End;
-    const std::string otherwise = problem_.empty() ? "it could not be opened for reading" : problem_;
+    std::string otherwise = problem_.empty() ? "it could not be opened for reading" : problem_;
     if (!report_ || report_->track != planned.row)
         return otherwise;
     switch (report_->end) {
