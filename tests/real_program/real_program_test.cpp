@@ -32,7 +32,7 @@ protected:
         host::DriveSources sources;
         sources.images = {test::makeDisc(folder_.path(), plan_)};
         sources.machine = false;
-        host_.emplace(std::move(sources));
+        host_.emplace(sources);
         EXPECT_TRUE(host_->open({}));
         platform::Platform platform = host_->platform();
         const auto table = host_->discs().read(L'D');

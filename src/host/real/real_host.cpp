@@ -84,7 +84,7 @@ struct RealHost::Services {
     }
 };
 
-RealHost::RealHost(DriveSources drives) : drives_(driveSet(drives)), discs_(std::make_unique<HostDiscs>(*drives_)) {}
+RealHost::RealHost(const DriveSources& drives) : drives_(driveSet(drives)), discs_(std::make_unique<HostDiscs>(*drives_)) {}
 
 RealHost::~RealHost()
 {

@@ -28,7 +28,7 @@ public:
         std::function<void(const platform::DecodeReport&)> decodeEnd;
     };
 
-    explicit RealHost(DriveSources drives);
+    explicit RealHost(const DriveSources& drives);
     ~RealHost();
     RealHost(const RealHost&) = delete;
     RealHost& operator=(const RealHost&) = delete;
