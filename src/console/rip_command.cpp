@@ -10,6 +10,7 @@
 #include "console/screen_text.h"
 #include "disc/handover_file.h"
 #include "disc/handover_writer.h"
+#include "engine/extraction_to_wav.h"
 #include "platform/diagnostics.h"
 #include "platform/file_system.h"
 #include "state/rip_settings_file.h"
@@ -23,9 +24,6 @@ namespace tonquay::console {
 namespace {
 
 constexpr std::wstring_view programFolder = L"C:\\CDTONQUAY";
-
-/// How the line begins that an extraction leaves when it fails.
-constexpr std::string_view extractionStep = "Extract a track: ";
 
 ExitStatus refuse(Screen& screen, const std::string& problem)
 {
@@ -80,8 +78,9 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
         if (verbose)
             screen.complain(shownBytes(std::string(area) + ": " + std::string(text)));
         // Steps that are passed over speak on the logic's thread.
-        if (session && std::this_thread::get_id() == logic && text.starts_with(extractionStep))
-            session->noteProblem(std::string(text.substr(extractionStep.size())));
+        const std::string lead = std::string(engine::extractionStep) + ": ";
+        if (session && std::this_thread::get_id() == logic && text.starts_with(lead))
+            session->noteProblem(std::string(text.substr(lead.size())));
     };
     listener.interrupt = [&session] {
         if (session)

@@ -119,7 +119,7 @@ std::string headerProblem(const Header& header, std::int64_t sampleBytes)
 
 WavVerdict broken(std::string text)
 {
-    return {false, std::move(text), 0};
+    return {false, std::move(text)};
 }
 
 }
@@ -152,8 +152,8 @@ WavVerdict judgeWav(const std::filesystem::path& path, const WavExpectation& exp
     if (tail < 0)
         return broken(fmt::format("{} bytes of samples are missing at its end", -tail));
     if (tail > 0)
-        return {true, fmt::format("{} bytes of an older, longer file stand behind its samples", tail), tail};
-    return {true, {}, 0};
+        return {true, fmt::format("{} bytes of an older, longer file stand behind its samples", tail)};
+    return {true, {}};
 }
 
 }

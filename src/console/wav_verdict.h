@@ -14,8 +14,7 @@ struct WavExpectation {
 
 struct WavVerdict {
     bool whole = false;
-    std::string text{};           ///< what is wrong, without the file's name; for a whole file a remark, mostly empty
-    std::int64_t foreignTail = 0; ///< bytes behind the samples that an older, longer file left there
+    std::string text{}; ///< what is wrong, without the file's name; for a whole file a remark, mostly empty
 };
 
 /// Looks at the finished file and tells whether it is whole: a canonical 44-byte header (RIFF WAVE, PCM, 44100 Hz,

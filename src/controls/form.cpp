@@ -25,12 +25,6 @@ void Form::show()
     broughtToFront.tell();
 }
 
-void Form::hide()
-{
-    if (state_ == State::shown)
-        state_ = State::loaded;
-}
-
 void Form::unload()
 {
     if (!isLoaded())

@@ -36,7 +36,6 @@ public:
 
     void load();
     void show();
-    void hide();
     void unload();
 
     /// Told when an already shown form is to come to the front.

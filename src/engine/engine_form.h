@@ -24,7 +24,6 @@ public:
     EngineForm& operator=(const EngineForm&) = delete;
 
     Playback& playback() { return playback_; }
-    bool isExtracting() const { return context_.extracting; }
 
     /// Both return when the track is done.
     void ExtractAudioTrackToWav(std::int32_t track);

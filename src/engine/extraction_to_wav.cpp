@@ -112,7 +112,7 @@ void ExtractAudioTrackToWav(EngineContext& c, std::int32_t track)
     if (c.stream() != 0) {
         c.form.form.enabled = false;
         c.extracting = true;
-        passOver(c.log, writeTrack(c), "Extract a track");
+        passOver(c.log, writeTrack(c), extractionStep);
         c.extracting = false;
     } else {
         ReportEngineError(c.log, L"No stream for track", track + 1);

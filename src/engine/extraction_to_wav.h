@@ -3,8 +3,12 @@
 #include "engine/engine_context.h"
 
 #include <cstdint>
+#include <string_view>
 
 namespace tonquay::engine {
+
+/// How the diagnostic line of a failed extraction names its step; the cause follows behind ": ".
+inline constexpr std::string_view extractionStep = "Extract a track";
 
 /// Reads a track (from 0) off the disc into the WAV file that ripTargetPath names, bit for bit.
 ///
