@@ -236,15 +236,18 @@ std::unique_ptr<Child> Sandbox::startRip(const fs::path& disc, const Arguments& 
     return start(arguments, environment);
 }
 
-std::unique_ptr<Child> Sandbox::stoppedInFirstTrack(const fs::path& disc, const fs::path& secondFile) const
+std::unique_ptr<Child> Sandbox::stoppedInFirstTrack(const fs::path& disc, const std::string& folder) const
 {
-    // On a fast disk the run may be through before the signal is there.
+    // A signal that comes before the disc is opened, or when a fast disk is through, proves nothing: once more, then.
+    const fs::path first = out() / folder / "Song 1.wav";
+    const fs::path second = out() / folder / "Song 2.wav";
     for (int tries = 0; tries < 20; ++tries) {
         auto child = startRip(disc, {"--json"});
-        if (!child->said("\"event\":\"track\""))
-            break;
+        std::error_code missing;
+        while (!child->over() && (!fs::exists(first) || fs::file_size(first, missing) == 0))
+            std::this_thread::yield();
         child->send(SIGSTOP);
-        if (!fs::exists(out() / secondFile))
+        if (!child->over() && !fs::exists(second))
             return child;
         child.reset();
         for (const fs::directory_entry& entry : fs::directory_iterator(out()))

@@ -39,11 +39,11 @@ public:
     /// Waits until standard output holds `text`, `times` times. False when the program ends or 20 s pass before.
     bool said(std::string_view text, int times = 1);
     void send(int signal) const;
+    bool over();
     /// Waits for its end; kills it after 20 s.
     Ended wait();
 
 private:
-    bool over();
     Ended ended() const;
 
     std::filesystem::path out_;
@@ -80,9 +80,9 @@ public:
     std::unique_ptr<Child> startRip(const std::filesystem::path& disc, const Arguments& more = {},
                                     const Environment& environment = {}) const;
 
-    /// A rip with --json that SIGSTOP holds while it reads its first track; `secondFile`, of the next one, below out().
-    std::unique_ptr<Child> stoppedInFirstTrack(const std::filesystem::path& disc,
-                                               const std::filesystem::path& secondFile) const;
+    /// A rip with --json of a plainDisc() that SIGSTOP holds while its first track is read and written; `folder`, of
+    /// its files, below out().
+    std::unique_ptr<Child> stoppedInFirstTrack(const std::filesystem::path& disc, const std::string& folder) const;
 
     /// What lies where the program has nothing to leave: anywhere but in out(), in its log and among the discs.
     std::string strays() const;
