@@ -2,6 +2,7 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
+#include "encode/bitrates.h"
 #include "naming/file_name.h"
 #include "naming/nonasc.h"
 #include "naming/output_folder.h"
@@ -11,17 +12,12 @@
 #include "platform/file_system.h"
 #include "rip/running_look.h"
 
-#include <array>
 #include <chrono>
 #include <utility>
 
 namespace tonquay::rip {
 
 namespace {
-
-/// Bits per second by bitrateIndex.
-constexpr std::array<std::int32_t, 14> bitrates{32000,  40000,  48000,  56000,  64000,  80000,  96000,
-                                                112000, 128000, 160000, 192000, 224000, 256000, 320000};
 
 /// Lets the last encoder's file settle before the tagger opens it, and the Power key show as pressed.
 constexpr std::chrono::milliseconds settleTime{300};
@@ -83,9 +79,8 @@ void RipDriver::prepare()
     copyBladeToOutput();
     if (encoderNameHas(L"OGG"))
         settings.encodeWanted = 1;
-    if (settings.ripToWma == 1 && state_.path.ripEngineMode == 0 && settings.bitrateIndex >= 0 &&
-        static_cast<std::size_t>(settings.bitrateIndex) < bitrates.size())
-        state_.run.wmaBitrate = bitrates[static_cast<std::size_t>(settings.bitrateIndex)];
+    if (settings.ripToWma == 1 && state_.path.ripEngineMode == 0)
+        state_.run.wmaBitrate = encode::bitsPerSecond(settings.bitrateIndex).value_or(state_.run.wmaBitrate);
     findLastSelected();
 }
 
