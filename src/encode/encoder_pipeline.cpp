@@ -1,19 +1,140 @@
 #include "encode/encoder_pipeline.h"
 
+#include "encode/commands.h"
+#include "encode/encoder_kind.h"
+#include "encode/run_and_wait.h"
+#include "naming/file_name.h"
+#include "naming/output_folder.h"
 #include "platform/diagnostics.h"
+#include "platform/file_system.h"
+
+#include <optional>
+#include <utility>
 
 namespace tonquay::encode {
 
-EncoderPipeline::Next EncoderPipeline::encodeTrack(std::int32_t, std::wstring_view)
+namespace {
+
+using platform::Processes;
+
+/// Nothing for the user's own switches: whoever writes them says that the program needs no knowledge of the encoder.
+std::optional<EncoderKind> knownKind(const state::RipSettings& settings)
 {
-    platform_.log.line("encoder", "Encoders cannot be driven yet; the WAV file stays");
-    return Next::track;
+    if (hasOwnSwitches(settings))
+        return std::nullopt;
+    return encoderKind(settings.encoderPath);
 }
 
-EncoderPipeline::Next EncoderPipeline::encodeBatch(std::wstring_view)
+/// Whether a track's WAV file goes right after its encoder, which was waited for. What stays then is the sweep's, and
+/// this encoder deletes by itself.
+bool goesAfterEncoder(std::optional<EncoderKind> kind, const state::RipSettings& settings)
 {
-    platform_.log.line("encoder", "Encoders cannot be driven yet; the WAV files stay");
-    return Next::finish;
+    if (settings.deleteWav != 1 || kind == EncoderKind::blade)
+        return false;
+    const bool leftToTurboSweep = !kind || kind == EncoderKind::oggenc || kind == EncoderKind::plugger;
+    return !leftToTurboSweep || settings.turboMode != 1;
+}
+
+}
+
+EncoderPipeline::EncoderPipeline(state::AppState& state, state::Forms& forms, platform::Platform& platform,
+                                 std::function<void(const StartedEncoder&)> started)
+    : state_(state),
+      main_(forms.ripdeck()),
+      platform_(platform),
+      started_(std::move(started))
+{}
+
+EncoderPipeline::Next EncoderPipeline::encodeTrack(std::int32_t row)
+{
+    const state::RipSettings& settings = state_.settings;
+    enterOutputFolder();
+    showEncoding();
+    const std::optional<EncoderKind> kind = knownKind(settings);
+    const std::wstring command = singleCommand(settings, state_.disc, state_.run, row + 1);
+    if (settings.turboMode == 1 && row != state_.run.lastSelected) {
+        tell(row, startInBackground(platform_, command));
+    } else {
+        runAndWait(platform_, state_.flags, command, [&](Processes::Child child) { tell(row, child); });
+        if (goesAfterEncoder(kind, settings))
+            removeWav();
+    }
+    return kind == EncoderKind::xing ? Next::finish : Next::track;
+}
+
+EncoderPipeline::Next EncoderPipeline::encodeBatch(std::wstring_view keptWavList)
+{
+    const state::RipSettings& settings = state_.settings;
+    showEncoding();
+    const bool entered = enterOutputFolder();
+    const std::optional<EncoderKind> kind = knownKind(settings);
+    if (settings.minimizeWhileEncoding == 1 && kind != EncoderKind::xing)
+        main_.form.windowState = controls::Form::WindowState::minimised;
+    if (kind == EncoderKind::xing) {
+        runAndWait(platform_, state_.flags, settings.encoderPath);
+        return Next::finish;
+    }
+    if (kind == EncoderKind::blade) {
+        encodeWholeFolder(keptWavList, entered);
+        return Next::tag;
+    }
+    encodeSelectedRows();
+    return settings.deleteWav == 1 ? Next::sweep : Next::tag;
+}
+
+void EncoderPipeline::encodeSelectedRows()
+{
+    const std::int32_t rows = main_.list1.rowCount();
+    for (std::int32_t row = 0; row < rows; ++row) {
+        // Asked for each row anew: the Stop command clears the selection while an encoder before it works.
+        if (!main_.list1.isSelected(row))
+            continue;
+        state_.run.currentName =
+            naming::fileName(state_.settings.nameFormat, state_.disc, row + 1, naming::shortestRebuiltName);
+        runAndWait(platform_, state_.flags, batchCommand(state_.settings, state_.disc, state_.run, row + 1),
+                   [&](Processes::Child child) { tell(row, child); });
+    }
+}
+
+void EncoderPipeline::encodeWholeFolder(std::wstring_view keptWavList, bool entered)
+{
+    // By wildcard this encoder would take, and delete, whatever lies in the folder that it happens to be in.
+    if (!entered && state_.settings.deleteWav == 1) {
+        platform_.log.line("encoder", "The batch is not started outside of the output folder: it would encode and "
+                                      "delete another folder's WAV files");
+        return;
+    }
+    runAndWait(platform_, state_.flags, bladeBatchCommand(state_.settings, keptWavList));
+}
+
+/// Makes the output folder current; false when it cannot be. Its drive and the folder are two steps that fail apart.
+bool EncoderPipeline::enterOutputFolder()
+{
+    const std::wstring& folder = state_.run.destFolder;
+    const bool drive =
+        passOver(platform_.log, platform_.files.changeDrive(folder), "Change to the output folder's drive");
+    return passOver(platform_.log, platform_.files.changeFolder(folder), "Change to the output folder") && drive;
+}
+
+void EncoderPipeline::showEncoding()
+{
+    main_.Label6[state::statusLabel].caption = L"Encoding";
+    state_.flags.encodeBusy = 1;
+}
+
+void EncoderPipeline::tell(std::int32_t row, Processes::Child child)
+{
+    if (!started_)
+        return;
+    started_({.row = row, .child = child, .encodedPath = encodedPath(state_.settings, state_.run)});
+}
+
+/// The encoder may have failed: the WAV file goes all the same.
+void EncoderPipeline::removeWav()
+{
+    // The full path: after a change of folder that failed a bare name would be another folder's file.
+    const std::wstring wav = naming::joined(state_.run.destFolder, state_.run.currentName + L".wav");
+    passOver(platform_.log, platform_.files.remove(wav), "Delete a WAV file");
 }
 
 }

@@ -152,7 +152,7 @@ RipDriver::TrackEnd RipDriver::ripTrack(std::int32_t row)
         return TrackEnd::stop;
     if (state_.settings.ripToWma == 1 || state_.settings.encodeSingle != 1 || !encoderIsWanted())
         return TrackEnd::next;
-    const auto next = encoders_.encodeTrack(row, keptWavList_);
+    const auto next = encoders_.encodeTrack(row);
     main_.Label6[state::statusLabel].caption = L"Recording";
     return next == encode::EncoderPipeline::Next::finish ? TrackEnd::endRun : TrackEnd::next;
 }
