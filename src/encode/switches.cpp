@@ -129,8 +129,8 @@ constexpr std::array plugger{
 };
 // clang-format on
 
-/// The batch of this form has always joined folder and name without a backslash, and finds its input at a drive root
-/// only.
+/// The batch of this form has always joined folder and name without a backslash: it finds its input only where the
+/// folder ends in one.
 constexpr auto mp3encInput = [](const Job& job) {
     return inSingle(job) ? wavPath(job) : quoted(job.run.destFolder + job.run.currentName + L".wav");
 };
