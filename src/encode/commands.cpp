@@ -9,6 +9,14 @@ namespace tonquay::encode {
 
 namespace {
 
+std::wstring command(const Job& job)
+{
+    const std::wstring& program = job.settings.encoderPath;
+    if (hasOwnSwitches(job.settings))
+        return program + ownArguments(job);
+    return program + builtArguments(encoderKind(program), job);
+}
+
 /// Without the point. Empty when nothing is known.
 std::wstring encodedEnding(const state::RipSettings& settings)
 {
@@ -32,13 +40,13 @@ std::wstring encodedEnding(const state::RipSettings& settings)
 std::wstring singleCommand(const state::RipSettings& settings, const state::DiscInfo& disc, const state::RunInHand& run,
                            std::int32_t number)
 {
-    return settings.encoderPath + arguments({settings, disc, run, number, Schedule::single});
+    return command({settings, disc, run, number, Schedule::single});
 }
 
 std::wstring batchCommand(const state::RipSettings& settings, const state::DiscInfo& disc, const state::RunInHand& run,
                           std::int32_t number)
 {
-    return settings.encoderPath + arguments({settings, disc, run, number, Schedule::batch});
+    return command({settings, disc, run, number, Schedule::batch});
 }
 
 std::wstring bladeBatchCommand(const state::RipSettings& settings, std::wstring_view keptWavList)
@@ -46,7 +54,8 @@ std::wstring bladeBatchCommand(const state::RipSettings& settings, std::wstring_
     // No switch of this kind asks for the disc or the track in hand.
     const state::DiscInfo noDisc;
     const state::RunInHand noTrack;
-    return settings.encoderPath + arguments({settings, noDisc, noTrack, 0, Schedule::batch, keptWavList});
+    return settings.encoderPath +
+           builtArguments(EncoderKind::blade, {settings, noDisc, noTrack, 0, Schedule::batch, keptWavList});
 }
 
 bool hasOwnSwitches(const state::RipSettings& settings)

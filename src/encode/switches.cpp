@@ -3,8 +3,6 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "encode/bitrates.h"
-#include "encode/commands.h"
-#include "encode/encoder_kind.h"
 #include "naming/output_folder.h"
 
 #include <array>
@@ -131,8 +129,8 @@ constexpr std::array plugger{
 };
 // clang-format on
 
-/// The batch of this form has always joined folder and name without a backslash, and finds its input at a drive root
-/// only.
+/// The batch of this form has always joined folder and name without a backslash: it finds its input only where the
+/// folder ends in one.
 constexpr auto mp3encInput = [](const Job& job) {
     return inSingle(job) ? wavPath(job) : quoted(job.run.destFolder + job.run.currentName + L".wav");
 };
@@ -159,45 +157,55 @@ std::wstring oggQuality(const Job& job)
     return index >= 0 && index <= 10 ? base::digits(index) : L"10";
 }
 
+// clang-format off
 constexpr std::array oggencSingle{
-    Switch{L" -q", always, oggQuality}, Switch{L" -a", hasArtist, artist},    Switch{L" -l", hasAlbum, album},
-    Switch{L" -d", hasYear, year},      Switch{L" -c=", hasComment, comment}, Switch{L" -N", always, trackNumber},
-    Switch{L" -t", hasTitle, title},    Switch{L" -G", hasGenre, genre},      Switch{L" ", always, wavPath},
+    Switch{L" -q", always, oggQuality},
+    Switch{L" -a", hasArtist, artist},
+    Switch{L" -l", hasAlbum, album},
+    Switch{L" -d", hasYear, year},
+    Switch{L" -c=", hasComment, comment},
+    Switch{L" -N", always, trackNumber},
+    Switch{L" -t", hasTitle, title},
+    Switch{L" -G", hasGenre, genre},
+    Switch{L" ", always, wavPath},
 };
 
 /// What is the disc's comes first here, what is the track's behind it.
 constexpr std::array oggencBatch{
-    Switch{L" -q", always, oggQuality},  Switch{L" -a", hasArtist, artist},    Switch{L" -l", hasAlbum, album},
-    Switch{L" -d", hasYear, year},       Switch{L" -c=", hasComment, comment}, Switch{L" -G", hasGenre, genre},
-    Switch{L" -N", always, trackNumber}, Switch{L" -t", hasTitle, title},      Switch{L" ", always, wavPath},
+    Switch{L" -q", always, oggQuality},
+    Switch{L" -a", hasArtist, artist},
+    Switch{L" -l", hasAlbum, album},
+    Switch{L" -d", hasYear, year},
+    Switch{L" -c=", hasComment, comment},
+    Switch{L" -G", hasGenre, genre},
+    Switch{L" -N", always, trackNumber},
+    Switch{L" -t", hasTitle, title},
+    Switch{L" ", always, wavPath},
 };
+// clang-format on
 
 constexpr std::array generic{
     Switch{L" ", always, wavPathOrBareWav},
 };
 
-std::span<const Switch> switchesFor(const Job& job)
+std::span<const Switch> switchesOf(EncoderKind kind, Schedule schedule)
 {
-    if (hasOwnSwitches(job.settings))
-        return own;
-    switch (encoderKind(job.settings.encoderPath)) {
+    switch (kind) {
     case EncoderKind::lame: return lame;
     case EncoderKind::blade: return blade;
     case EncoderKind::plugger: return plugger;
     case EncoderKind::mp3enc: return mp3enc;
     case EncoderKind::xing: return {};
-    case EncoderKind::oggenc: return inSingle(job) ? std::span<const Switch>(oggencSingle) : oggencBatch;
+    case EncoderKind::oggenc: return schedule == Schedule::single ? std::span<const Switch>(oggencSingle) : oggencBatch;
     case EncoderKind::generic: break;
     }
     return generic;
 }
 
-}
-
-std::wstring arguments(const Job& job)
+std::wstring textOf(std::span<const Switch> switches, const Job& job)
 {
     std::wstring text;
-    for (const Switch& entry : switchesFor(job)) {
+    for (const Switch& entry : switches) {
         if (!entry.wanted(job))
             continue;
         text += entry.text;
@@ -205,6 +213,18 @@ std::wstring arguments(const Job& job)
             text += entry.value(job);
     }
     return text;
+}
+
+}
+
+std::wstring builtArguments(EncoderKind kind, const Job& job)
+{
+    return textOf(switchesOf(kind, job.schedule), job);
+}
+
+std::wstring ownArguments(const Job& job)
+{
+    return textOf(own, job);
 }
 
 }

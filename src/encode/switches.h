@@ -1,5 +1,6 @@
 #pragma once
 
+#include "encode/encoder_kind.h"
 #include "state/disc_info.h"
 #include "state/run_flags.h"
 #include "state/settings.h"
@@ -23,8 +24,12 @@ struct Job {
     std::wstring_view keptWavList{}; ///< for the kind that takes a batch in one command
 };
 
-/// What follows the program's path in the command: every switch and file argument, each with its leading blank, in the
-/// fixed order of the encoder's kind, or of the user's own form.
-std::wstring arguments(const Job& job);
+/// What follows the program's path in the command: every switch and file argument, each with its leading blank. All of
+/// them are built from the settings here, in the fixed order of the encoder's kind.
+std::wstring builtArguments(EncoderKind kind, const Job& job);
+
+/// The same in the user's own form: his switches as they are, the WAV file, and the MP3 file for a program whose path
+/// has LAME anywhere in it, whatever kind it is.
+std::wstring ownArguments(const Job& job);
 
 }
