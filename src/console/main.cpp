@@ -40,8 +40,7 @@ public:
 
     base::Result<platform::Platform> open(console::RunListener listener) override
     {
-        const base::Status opened = real_.open({.programFolder = {},
-                                                .say = std::move(listener.say),
+        const base::Status opened = real_.open({.say = std::move(listener.say),
                                                 .diagnose = std::move(listener.diagnose),
                                                 .interrupt = std::move(listener.interrupt),
                                                 .decodeEnd = std::move(listener.decodeEnd)});
@@ -50,6 +49,7 @@ public:
         return real_.platform();
     }
 
+    platform::MachinePrograms programs() override { return real_.programs(); }
     std::string savedSettingsFolder() override { return host::places().programFolder; }
     std::string musicFolder() override { return host::musicFolder(); }
 

@@ -2,6 +2,7 @@
 
 #include "base/result.h"
 #include "platform/decode_report.h"
+#include "platform/machine_programs.h"
 #include "platform/platform.h"
 
 #include <functional>
@@ -23,8 +24,12 @@ class RunHost {
 public:
     virtual ~RunHost() = default;
 
-    /// The world with a new, empty program folder of this run's own, C:\CDTONQUAY. To be called once.
+    /// The world with a new program folder of this run's own, C:\CDTONQUAY, in which nothing is but links to the
+    /// machine's programs. To be called once.
     virtual base::Result<platform::Platform> open(RunListener listener) = 0;
+
+    /// Which of those programs there are. After open().
+    virtual platform::MachinePrograms programs() = 0;
 
     virtual std::string savedSettingsFolder() = 0; ///< host path of the user's own program folder
     virtual std::string musicFolder() = 0;         ///< host path; empty when the user has none

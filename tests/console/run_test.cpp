@@ -48,6 +48,7 @@ struct World {
             explicit Borrowed(World& w) : world(w) {}
             platform::Discs& discs() override { return world.discs; }
             base::Result<platform::Platform> open(RunListener) override { return world.host.platform(); }
+            platform::MachinePrograms programs() override { return {}; }
             std::string savedSettingsFolder() override { return world.host.files.hostPath(L"C:\\SAVED"); }
             std::string musicFolder() override { return {}; }
             World& world;

@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "host/audio/host_audio_engine.h"
 #include "host/drives/host_discs.h"
+#include "host/posix/program_search.h"
 #include "host/real/missing_acd_control.h"
 #include "host/real/private_folder.h"
 #include "host/system/end_actions.h"
@@ -16,8 +17,8 @@
 #include "host/system/interrupt.h"
 #include "host/system/line_dialogs.h"
 #include "host/system/places.h"
+#include "host/system/program_folder.h"
 
-#include <cstdlib>
 #include <optional>
 
 namespace tonquay::host {
@@ -31,12 +32,6 @@ int discTracks(DriveSet& drives, wchar_t letter)
         if (driveLetter(i) == letter)
             return static_cast<int>(drives.at(i).tracks().size());
     return -1;
-}
-
-std::string searchPath()
-{
-    const char* path = std::getenv("PATH");
-    return path ? path : "/usr/bin:/bin";
 }
 
 }
@@ -58,6 +53,7 @@ struct RealHost::Services {
     HostAudioEngine engine;
     MissingAcdControl acd;
     std::optional<Interrupt> interrupt;
+    platform::MachinePrograms programs;
 
     Services(HostDriveSet& drives, Settings given, Places found, std::optional<PrivateFolder> ownFolder)
         : places(std::move(found)),
@@ -74,17 +70,30 @@ struct RealHost::Services {
           system(files, log, endActions, {.tempFolder = places.tempFolder}),
           engine(drives, loop, log)
     {
-        if (privateFolder)
+        if (privateFolder) {
             endActions.add([this] { privateFolder->remove(); });
+            preparePrivateFolder(given.oggTool.empty() ? oggToolOfThisProgram() : given.oggTool);
+        }
         endActions.add([&drives] { drives.unlockAll(); });
         if (given.decodeEnd)
             engine.onDecodeEnd(std::move(given.decodeEnd));
         if (given.interrupt)
             interrupt.emplace(loop, std::move(given.interrupt));
     }
+
+    void preparePrivateFolder(const std::string& oggTool)
+    {
+        programs = ProgramFolder({privateFolder->path(), searchPath(), oggTool}).refresh();
+        for (const base::Status& program : {programs.lame, programs.oggenc, programs.vorbiscomment})
+            if (!program && program.failure().kind != base::Failure::Kind::notFound)
+                log.line("programs", base::describe(program.failure()));
+    }
 };
 
-RealHost::RealHost(const DriveSources& drives) : drives_(driveSet(drives)), discs_(std::make_unique<HostDiscs>(*drives_)) {}
+RealHost::RealHost(const DriveSources& drives)
+    : drives_(driveSet(drives)),
+      discs_(std::make_unique<HostDiscs>(*drives_))
+{}
 
 RealHost::~RealHost()
 {
@@ -115,6 +124,11 @@ platform::Platform RealHost::platform()
 {
     Services& s = *services_;
     return {s.files, s.processes, s.loop, s.clock, s.dialogs, s.engine, s.acd, s.settings, s.system, s.log};
+}
+
+const platform::MachinePrograms& RealHost::programs() const
+{
+    return services_->programs;
 }
 
 std::vector<std::filesystem::path> openedImages(std::string_view variable)

@@ -4,6 +4,7 @@
 #include "platform/decode_report.h"
 #include "platform/diagnostics.h"
 #include "platform/discs.h"
+#include "platform/machine_programs.h"
 #include "platform/platform.h"
 
 #include <functional>
@@ -20,12 +21,15 @@ namespace tonquay::host {
 class RealHost {
 public:
     struct Settings {
-        std::string programFolder; ///< host path, mounted as C:\CDTONQUAY; empty: a private one, removed at the end
-        std::function<void(std::string)> say; ///< message boxes, one line each
-        std::function<void(std::string_view area, std::string_view text)>
-            diagnose;                    ///< diagnostic lines, beside the log
-        std::function<void()> interrupt; ///< Ctrl-C and the like, on the logic's thread
-        std::function<void(const platform::DecodeReport&)> decodeEnd;
+        /// Host path, mounted as C:\CDTONQUAY. Empty: a private one with the machine's programs, removed at the end.
+        std::string programFolder = {};
+        /// Host path of the Ogg adapter for a private folder; empty: the one that belongs to this program.
+        std::string oggTool = {};
+        std::function<void(std::string)> say = {}; ///< message boxes, one line each
+        /// Diagnostic lines, beside the log.
+        std::function<void(std::string_view area, std::string_view text)> diagnose = {};
+        std::function<void()> interrupt = {}; ///< Ctrl-C and the like, on the logic's thread
+        std::function<void(const platform::DecodeReport&)> decodeEnd = {};
     };
 
     explicit RealHost(const DriveSources& drives);
@@ -40,6 +44,9 @@ public:
 
     /// What open() has made.
     platform::Platform platform();
+
+    /// What a private program folder leads to; a folder that was given is prepared by whoever gave it. After open().
+    const platform::MachinePrograms& programs() const;
 
 private:
     struct Services;

@@ -2,13 +2,13 @@
 
 #include "base/text.h"
 #include "host/posix/descriptor.h"
+#include "host/posix/program_search.h"
 #include "host/system/spawn.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -28,12 +28,6 @@ struct HostProcesses::Running {
 namespace {
 
 constexpr std::wstring_view programEnding = L".exe";
-
-bool isProgramFile(const std::string& path)
-{
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && access(path.c_str(), X_OK) == 0;
-}
 
 bool isDrivePath(std::wstring_view text)
 {
