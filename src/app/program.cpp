@@ -13,6 +13,7 @@ Program::Program(platform::Platform platform)
       encoders_(state_, forms_, platform_),
       extraction_(state_, forms_, engine_, platform_),
       driver_(state_, forms_, extraction_, encoders_, programFiles_, platform_),
+      tagger_(state_, forms_, platform_),
       programEnd_(state_, forms_.ripdeck(), platform_),
       preview_(state_, forms_, engine_.playback(), platform_),
       runCommands_(state_, forms_, driver_, preview_, platform_),

@@ -15,6 +15,7 @@
 #include "rip/track_extraction.h"
 #include "state/app_state.h"
 #include "state/forms.h"
+#include "tagging/automatic_tagger.h"
 
 #include <string_view>
 
@@ -48,6 +49,7 @@ private:
     encode::EncoderPipeline encoders_;
     rip::TrackExtraction extraction_;
     rip::RipDriver driver_;
+    tagging::AutomaticTagger tagger_;
     deck::ProgramEnd programEnd_;
     deck::Preview preview_;
     deck::RunCommands runCommands_;

@@ -2,6 +2,9 @@
 
 #include "base/numbers.h"
 
+#include <array>
+#include <string_view>
+
 namespace tonquay::base {
 
 std::wstring twoDigits(std::int64_t number)
@@ -41,6 +44,16 @@ std::wstring hoursMinutesSeconds(std::int32_t seconds)
     const std::int32_t minutes = seconds % 3600 / 60;
     const std::wstring tail = lastTwoDigits(minutes) + L':' + lastTwoDigits(seconds % 60);
     return hours > 0 ? lastTwoDigits(hours) + L':' + tail : tail;
+}
+
+std::wstring dayMonthYear(std::chrono::year_month_day date)
+{
+    constexpr std::array<std::wstring_view, 12> months{L"Jan", L"Feb", L"Mar", L"Apr", L"May", L"Jun",
+                                                       L"Jul", L"Aug", L"Sep", L"Oct", L"Nov", L"Dec"};
+    const unsigned month = static_cast<unsigned>(date.month());
+    const std::wstring_view name = month >= 1 && month <= months.size() ? months[month - 1] : std::wstring_view();
+    return twoDigits(static_cast<unsigned>(date.day())) + L'-' + std::wstring(name) + L'-' +
+           digits(static_cast<int>(date.year()));
 }
 
 }

@@ -1,9 +1,10 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 
-/// The few number formats that the program shows, each by what it is for. Numbers never depend on the locale.
+/// The few formats that the program shows, each by what it is for. None depends on the locale.
 namespace tonquay::base {
 
 /// At least two digits: 7 is "07", 12 is "12", 100 is "100".
@@ -22,5 +23,8 @@ std::wstring grouped(std::int64_t number);
 /// A play time in two-digit fields: "03:25" under an hour, else "01:03:25"; of the hours only the last two digits
 /// show.
 std::wstring hoursMinutesSeconds(std::int32_t seconds);
+
+/// A date as "09-Sep-2001", the months in English.
+std::wstring dayMonthYear(std::chrono::year_month_day date);
 
 }

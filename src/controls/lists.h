@@ -20,6 +20,7 @@ struct Row {
 class ChoiceList {
 public:
     Handler<> click;
+    Handler<> enter; ///< the Enter key, which goes no further
 
     std::int32_t rowCount() const { return static_cast<std::int32_t>(rows_.size()); }
     /// A row outside the list is an empty one.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/handler.h"
 #include "controls/property.h"
 
 #include <string>
@@ -10,6 +11,8 @@ namespace tonquay::controls {
 struct TextBox {
     Property<std::wstring> text;
     Property<bool> enabled{true};
+
+    Handler<> enter; ///< the Enter key, which goes no further
 };
 
 }

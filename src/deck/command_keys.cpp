@@ -83,8 +83,12 @@ void CommandKeys::openPartialRip()
 
 void CommandKeys::openDiscTags()
 {
-    state_.flags.autoTagMode = 0;
-    showAfresh(forms_.controlsOf<state::Id3autoControls>().form);
+    constexpr std::int16_t enterDiscTags = 0;
+    // One that is open closes in its own mode.
+    controls::Form& tagger = forms_.controlsOf<state::Id3autoControls>().form;
+    tagger.unload();
+    state_.flags.autoTagMode = enterDiscTags;
+    tagger.show();
 }
 
 }

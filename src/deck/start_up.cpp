@@ -10,6 +10,7 @@
 #include "platform/file_system.h"
 #include "platform/processes.h"
 #include "platform/system_info.h"
+#include "state/disc_display.h"
 #include "state/painting.h"
 #include "state/rip_settings_file.h"
 #include "state/settings_text.h"
@@ -186,33 +187,11 @@ void StartUp::takeOverDisc()
     state::DiscInfo& disc = state_.disc;
     const std::wstring handOver = state::inFolder(state_.folders.appFolder, disc::handoverName);
     if (disc::readHandover(platform_.files, platform_.log, handOver, disc)) {
-        showDiscCaption();
+        state::showDiscNames(main_, disc);
         passOver(platform_.log, platform_.files.remove(handOver), "Delete the hand-over file");
     }
     disc::applyUnknownDiscNames(disc);
-    const auto show = [this](state::StatusLabel label, const std::wstring& text) {
-        main_.Label6[label].caption = text;
-        if (!text.empty())
-            main_.Label6[label].visible = true;
-    };
-    show(state::yearLabel, disc.discYear);
-    show(state::genreLabel, disc.discGenre);
-    show(state::commentLabel, disc.discComment);
-}
-
-void StartUp::showDiscCaption()
-{
-    const state::DiscInfo& disc = state_.disc;
-    main_.Label12.caption = base::isBlank(disc.discAlbum) ? disc.discArtist : disc.discArtist + L" - " + disc.discAlbum;
-    // Letters from here on are taken for Cyrillic ones in the suite's one-byte texts.
-    constexpr wchar_t lastLatin = 191;
-    const std::wstring_view artist = base::trim(disc.discArtist);
-    if (!artist.empty() && artist.front() > lastLatin) {
-        constexpr std::wstring_view cyrillicFont = L"ER Kurier 1251";
-        main_.list1.fontName = std::wstring(cyrillicFont);
-        for (controls::Label* label : {&main_.Label12, &main_.Label13, &main_.Label6[state::genreLabel]})
-            label->fontName = std::wstring(cyrillicFont);
-    }
+    state::showDiscTags(main_, disc);
 }
 
 void StartUp::findDriveAndTracks()

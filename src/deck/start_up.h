@@ -37,7 +37,6 @@ private:
     void readSuiteFiles();
     void placeWindow();
     void takeOverDisc();
-    void showDiscCaption();
     void findDriveAndTracks();
     void handleMissingDrive();
     void leadToSetup();

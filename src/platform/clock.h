@@ -17,6 +17,9 @@ public:
     /// The calendar time; for the ages of files.
     virtual Wall wallTime() const = 0;
 
+    /// The date by the user's own time zone.
+    virtual std::chrono::year_month_day today() const;
+
     /// Blocks this thread for that long without passing through the event loop: no handler runs meanwhile.
     virtual void delay(std::chrono::milliseconds time) = 0;
 };

@@ -209,10 +209,10 @@ void RipDriver::tagFiles()
         return;
     constexpr std::int16_t tagRippedFiles = 2;
     platform_.clock.delay(settleTime);
-    state_.flags.autoTagMode = tagRippedFiles;
-    // Afresh, since it works while it loads, and a person may have it open.
+    // Afresh, since it works while it loads, and a person may have it open; that one closes in its own mode.
     controls::Form& tagger = forms_.controlsOf<state::Id3autoControls>().form;
     tagger.unload();
+    state_.flags.autoTagMode = tagRippedFiles;
     tagger.show();
 }
 

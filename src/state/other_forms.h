@@ -34,9 +34,4 @@ struct TrkcustControls {
     controls::Form form;
 };
 
-/// The automatic tagger.
-struct Id3autoControls {
-    controls::Form form;
-};
-
 }

@@ -153,6 +153,35 @@ TEST_F(WholeProgram, previewOnTheControlPathGoesToTheControl)
                                                      "AbortRip()", "AbortRip()", "Eject()"));
 }
 
+TEST_F(WholeProgram, runThatEncodesHasTheFilesOfItsTracksTagged)
+{
+    state::RipSettings& settings = program.state().settings;
+    settings.encodeWanted = 1;
+    settings.encodeSingle = 1;
+    settings.deleteWav = 0;
+    program.state().disc.discGenre = L"jazz";
+    for (const wchar_t* name : {L"Dawn", L"Noon", L"Dusk"})
+        host.files.put(std::wstring(L"C:\\CDTONQUAY\\datacd\\") + name + L".mp3", "sound");
+    main.list1.select(1, false);
+    // The user has opened the tagger for another purpose, and forgotten it.
+    main.image10[state::discTagsKey].mouseUp(MouseButton::left);
+    const state::Id3autoControls& tagger = program.forms().controlsOf<state::Id3autoControls>();
+    EXPECT_EQ(tagger.form.state(), controls::Form::State::shown);
+    EXPECT_EQ(tagger.Text2.text.get(), L"Ann");
+    press(state::startButton);
+
+    const auto field = [](const std::string& text) { return text + std::string(30 - text.size(), '\0'); };
+    const auto tagOf = [&](const std::string& title, char track) {
+        return "TAG" + field(title) + field("Ann") + field("Light") + std::string(4 + 28 + 1, '\0') + track + '\x08';
+    };
+    EXPECT_EQ(host.files.contents(L"C:\\CDTONQUAY\\datacd\\Dawn.mp3"), "sound" + tagOf("Dawn", 1));
+    EXPECT_EQ(host.files.contents(L"C:\\CDTONQUAY\\datacd\\Noon.mp3"), "sound") << "no track of this run";
+    EXPECT_EQ(host.files.contents(L"C:\\CDTONQUAY\\datacd\\Dusk.mp3"), "sound" + tagOf("Dusk", 3));
+    EXPECT_FALSE(tagger.form.isLoaded());
+    EXPECT_EQ(program.state().flags.autoTagBusy, 0);
+    EXPECT_THAT(host.dialogs.boxes, IsEmpty());
+}
+
 TEST_F(WholeProgram, twoProgramsLiveSideBySide)
 {
     test::FakeHost other;

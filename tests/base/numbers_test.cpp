@@ -119,6 +119,8 @@ TEST(Format, eachFormatByWhatItIsFor)
         {"no time", hoursMinutesSeconds(0), L"00:00"},
         {"just under an hour", hoursMinutesSeconds(3599), L"59:59"},
         {"hours", hoursMinutesSeconds(3805), L"01:03:25"},
+        {"date", dayMonthYear(std::chrono::year(2001) / 9 / 8), L"08-Sep-2001"},
+        {"date at the year's end", dayMonthYear(std::chrono::year(2026) / 12 / 31), L"31-Dec-2026"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(c.got, c.wanted) << c.what;

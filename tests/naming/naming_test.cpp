@@ -1,6 +1,7 @@
 #include "naming/file_name.h"
 #include "naming/nonasc.h"
 #include "naming/output_folder.h"
+#include "naming/prefix_move.h"
 #include "support/fake_host.h"
 
 #include <gtest/gtest.h>
@@ -24,6 +25,34 @@ TEST(Nonasc, takesOutWhatNoFileNameMayHold)
     };
     for (const Case& c : cases)
         EXPECT_EQ(nonasc(c.from), c.to) << c.from;
+}
+
+TEST(PrefixMove, putsArticlesAtTheEndOfThirtyCharacters)
+{
+    struct Case {
+        const char* what;
+        std::wstring from;
+        std::wstring moved; ///< without the blanks that fill it up
+    };
+    const Case cases[] = {
+        {"no article", L"Ann Lee", L"Ann Lee"},
+        {"the", L"The Beat", L"Beat, The"},
+        {"in its own case", L"tHE Beat", L"Beat, tHE"},
+        {"an", L"An Evening", L"Evening, An"},
+        {"a", L"A Day  ", L"Day, A"},
+        {"only at the start, only as a word", L"Theatre of A The", L"Theatre of A The"},
+        {"each that comes to stand in front", L"A An The X", L"X, A, An, The"},
+        {"but none twice, and never back", L"An A X", L"A X, An"},
+        {"the rest keeps no blanks at its ends", L"The   Beat", L"Beat, The"},
+        {"nothing but the article", L"A", L", A"},
+        {"nothing at all", L"", L""},
+        {"a blank before it", L" The Beat", L" The Beat"},
+        {"what does not fit is gone", L"The " + std::wstring(26, L'x'), std::wstring(26, L'x') + L", Th"},
+        {"too long before", std::wstring(31, L'x'), std::wstring(30, L'x')},
+        {"beyond one byte a letter", L"The \u591C", L"\u591C, The"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(prefixMoved(c.from), fixedWidth(c.moved, 30)) << c.what;
 }
 
 TEST(FileName, followsTheFormatAndFallsBackToTheNumber)

@@ -9,6 +9,8 @@ class FakeClock final : public platform::Clock {
 public:
     Monotonic now() const override { return Monotonic{} + elapsed_; }
     Wall wallTime() const override { return start + std::chrono::duration_cast<Wall::duration>(elapsed_); }
+    /// By the calendar of Greenwich, wherever the test runs: 9 September 2001.
+    std::chrono::year_month_day today() const override { return std::chrono::floor<std::chrono::days>(wallTime()); }
     void delay(std::chrono::milliseconds time) override { elapsed_ += time; }
 
     std::chrono::nanoseconds elapsed() const { return elapsed_; }
