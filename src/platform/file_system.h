@@ -12,14 +12,20 @@
 
 namespace tonquay::platform {
 
-/// A file open for writing at chosen places. Writes may be gathered; a write that then fails is reported by the next
-/// call. Destroying it closes it, without a word about what could not be written any more.
+/// A file open for reading and writing at chosen places; it starts at the first byte. Writes may be gathered; a write
+/// that then fails is reported by the next call. Destroying it closes it, without a word about what could not be
+/// written any more.
 class BinaryFile {
 public:
     virtual ~BinaryFile() = default;
 
     /// Writes all of `bytes` at the present place and moves on behind them. Nothing is cut off behind the new end.
     [[nodiscard]] virtual base::Status write(std::span<const std::byte> bytes) = 0;
+
+    /// Fills `buffer` from the present place and moves on behind what was read. The result is the number of bytes; it
+    /// is smaller than the buffer only where the file ends, and 0 at the end and behind it. Everything written before
+    /// is seen.
+    [[nodiscard]] virtual base::Result<std::size_t> read(std::span<std::byte> buffer) = 0;
 
     /// Moves to `offset` bytes from the start, 0-based. Everything written before is on its way to the file when it
     /// returns; a gathered write that failed is reported here.
@@ -47,9 +53,13 @@ public:
     /// failure leaves the old file.
     virtual base::Status writeWhole(std::wstring_view path, std::string_view bytes) = 0;
 
-    /// Opens a file for writing, at its start. A missing file is made; an existing one keeps its bytes until they are
+    /// Opens a file for reading and writing. A missing file is made; an existing one keeps its bytes until they are
     /// written over. Fails while a living child process was started with this file as its output.
     virtual base::Result<std::unique_ptr<BinaryFile>> openBinary(std::wstring_view path) = 0;
+
+    /// Opens a file for reading only, in use or read-only as it may be; it does not change, and writing to it fails.
+    /// Fails when there is none or it is no ordinary file; never waits for one.
+    virtual base::Result<std::unique_ptr<BinaryFile>> openForReading(std::wstring_view path) = 0;
 
     /// True when a look-up of the name finds a file (not a folder).
     virtual bool fileExists(std::wstring_view path) = 0;

@@ -3,6 +3,7 @@
 #include "state/disc_info.h"
 #include "state/run_flags.h"
 #include "state/settings.h"
+#include "tags/tag_state.h"
 
 #include <array>
 #include <string>
@@ -21,6 +22,7 @@ struct AppState {
     RunInHand run;
     EngineState engine;
     WindowState window;
+    tags::TagState tags;
     std::array<std::wstring, 7> tagClipboard; ///< title, artist, album, year, genre, comment, track
     TrackTable<std::int32_t> analogTrackSeconds;
 };

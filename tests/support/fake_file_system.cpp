@@ -43,12 +43,18 @@ bool matches(std::wstring_view pattern, std::wstring_view name)
 /// Writes at once, so what the test finds in the file is what was written so far.
 class FakeFileSystem::Binary final : public platform::BinaryFile {
 public:
-    Binary(FakeFileSystem& files, std::wstring full) : files_(files), full_(std::move(full)) {}
+    Binary(FakeFileSystem& files, std::wstring full, bool toRead)
+        : files_(files),
+          full_(std::move(full)),
+          toRead_(toRead)
+    {}
 
     Status write(std::span<const std::byte> bytes) override
     {
         if (auto bad = files_.trouble(Operation::write, full_))
             return *bad;
+        if (toRead_)
+            return failure(Failure::Kind::other, full_, "is open for reading only");
         Entry* entry = files_.find(full_);
         if (entry == nullptr)
             return {}; // deleted meanwhile: the bytes go where nobody sees them
@@ -62,6 +68,18 @@ public:
                                [](std::byte byte) { return static_cast<char>(byte); });
         place_ = end;
         return {};
+    }
+
+    base::Result<std::size_t> read(std::span<std::byte> buffer) override
+    {
+        if (auto bad = files_.trouble(Operation::read, full_))
+            return *bad;
+        const Entry* entry = files_.find(full_);
+        const std::string_view bytes = entry == nullptr ? std::string_view() : entry->bytes;
+        const std::string_view rest = bytes.substr(std::min(place_, bytes.size())).substr(0, buffer.size());
+        std::ranges::transform(rest, buffer.begin(), [](char c) { return static_cast<std::byte>(c); });
+        place_ += rest.size();
+        return rest.size();
     }
 
     Status seek(std::int64_t offset) override
@@ -84,6 +102,7 @@ public:
 private:
     FakeFileSystem& files_;
     std::wstring full_;
+    bool toRead_;
     std::size_t place_ = 0;
 };
 
@@ -253,7 +272,17 @@ base::Result<std::unique_ptr<platform::BinaryFile>> FakeFileSystem::openBinary(s
         return failure(Failure::Kind::refused, path, "is held by a child process");
     make(absolute(path)).readOnly = false;
     cleared_.erase(keyOf(path));
-    return std::unique_ptr<platform::BinaryFile>(std::make_unique<Binary>(*this, absolute(path)));
+    return std::unique_ptr<platform::BinaryFile>(std::make_unique<Binary>(*this, absolute(path), false));
+}
+
+base::Result<std::unique_ptr<platform::BinaryFile>> FakeFileSystem::openForReading(std::wstring_view path)
+{
+    if (auto bad = trouble(Operation::openForReading, path))
+        return *bad;
+    const Entry* entry = find(path);
+    if (entry == nullptr || entry->folder)
+        return failure(Failure::Kind::notFound, path, "no such file");
+    return std::unique_ptr<platform::BinaryFile>(std::make_unique<Binary>(*this, absolute(path), true));
 }
 
 bool FakeFileSystem::fileExists(std::wstring_view path)

@@ -20,6 +20,8 @@ public:
         readAll,
         writeWhole,
         openBinary,
+        openForReading,
+        read,
         write,
         seek,
         close,
@@ -38,6 +40,7 @@ public:
     base::Result<std::string> readAll(std::wstring_view path, std::size_t limit = 16u << 20) override;
     base::Status writeWhole(std::wstring_view path, std::string_view bytes) override;
     base::Result<std::unique_ptr<platform::BinaryFile>> openBinary(std::wstring_view path) override;
+    base::Result<std::unique_ptr<platform::BinaryFile>> openForReading(std::wstring_view path) override;
     bool fileExists(std::wstring_view path) override;
     bool folderExists(std::wstring_view path) override;
     std::int64_t length(std::wstring_view path) override;

@@ -74,6 +74,22 @@ base::Status writeAt(int fd, std::span<const std::byte> bytes, std::int64_t offs
     return {};
 }
 
+base::Result<std::size_t> readAt(int fd, std::span<std::byte> buffer, std::int64_t offset, const std::string& where)
+{
+    std::size_t done = 0;
+    while (done < buffer.size()) {
+        const ssize_t count =
+            pread(fd, buffer.data() + done, buffer.size() - done, offset + static_cast<std::int64_t>(done));
+        if (count == 0)
+            break;
+        if (count > 0)
+            done += static_cast<std::size_t>(count);
+        else if (errno != EINTR)
+            return systemFailure(where, "read", errno);
+    }
+    return done;
+}
+
 base::Result<std::string> readToEnd(int fd, std::size_t limit, const std::string& where)
 {
     // The size that the file claims is not asked: it may be none (as in /proc), or grow meanwhile.

@@ -40,6 +40,10 @@ base::Failure systemFailure(const std::string& where, std::string_view action, i
 base::Status writeAt(int fd, std::span<const std::byte> bytes, std::int64_t offset, const std::string& where,
                      std::size_t& done);
 
+/// Fills `buffer` from `offset` on, however many calls that takes. The result is smaller than the buffer only where the
+/// file ends.
+base::Result<std::size_t> readAt(int fd, std::span<std::byte> buffer, std::int64_t offset, const std::string& where);
+
 /// Reads a file to its end; fails when it holds more than `limit` bytes.
 base::Result<std::string> readToEnd(int fd, std::size_t limit, const std::string& where);
 

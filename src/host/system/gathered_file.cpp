@@ -29,6 +29,16 @@ base::Status GatheredFile::write(std::span<const std::byte> bytes)
     return {};
 }
 
+base::Result<std::size_t> GatheredFile::read(std::span<std::byte> buffer)
+{
+    if (auto done = flush(); !done)
+        return done.failure();
+    const auto count = readAt(file_.get(), buffer, start_, where_);
+    if (count)
+        start_ += static_cast<std::int64_t>(*count);
+    return count;
+}
+
 base::Status GatheredFile::seek(std::int64_t offset)
 {
     auto done = flush();

@@ -50,6 +50,19 @@ Failure refused(const std::string& where, const char* text)
     return {Failure::Kind::refused, where, text};
 }
 
+base::Result<Descriptor> openToRead(const std::string& host)
+{
+    // Not blocking: a pipe without a writer would hold up the program for ever.
+    Descriptor file(open(host.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (!file || fstat(file.get(), &status) != 0)
+        return systemFailure(host, "opened", errno);
+    if (!S_ISREG(status.st_mode))
+        return Failure{S_ISDIR(status.st_mode) ? Failure::Kind::notFound : Failure::Kind::unreadable, host,
+                       "is no ordinary file"};
+    return file;
+}
+
 std::wstring discName(int track)
 {
     return L"track" + std::wstring(track < 10 ? L"0" : L"") + std::to_wstring(track) + L".cda";
@@ -127,15 +140,8 @@ base::Result<std::string> HostFileSystem::readAll(std::wstring_view path, std::s
     const auto host = locate(path);
     if (!host)
         return host.failure();
-    // Not blocking: a pipe without a writer would hold up the program for ever.
-    const Descriptor file(open(host->c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat status {};
-    if (!file || fstat(file.get(), &status) != 0)
-        return systemFailure(*host, "opened", errno);
-    if (!S_ISREG(status.st_mode))
-        return Failure{S_ISDIR(status.st_mode) ? Failure::Kind::notFound : Failure::Kind::unreadable, *host,
-                       "is no ordinary file"};
-    return readToEnd(file.get(), limit, *host);
+    const auto file = openToRead(*host);
+    return file ? readToEnd(file->get(), limit, *host) : file.failure();
 }
 
 Status HostFileSystem::writeWhole(std::wstring_view path, std::string_view bytes)
@@ -161,10 +167,21 @@ base::Result<std::unique_ptr<platform::BinaryFile>> HostFileSystem::openBinary(s
         return may.failure();
     if (auto made = makeWritable(*host); !made)
         return made.failure();
-    Descriptor file(open(host->c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666));
+    Descriptor file(open(host->c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666));
     if (!file)
         return systemFailure(*host, "opened for writing", errno);
     return std::unique_ptr<platform::BinaryFile>(std::make_unique<GatheredFile>(std::move(file), *host));
+}
+
+base::Result<std::unique_ptr<platform::BinaryFile>> HostFileSystem::openForReading(std::wstring_view path)
+{
+    const auto host = locate(path);
+    if (!host)
+        return host.failure();
+    auto file = openToRead(*host);
+    if (!file)
+        return file.failure();
+    return std::unique_ptr<platform::BinaryFile>(std::make_unique<GatheredFile>(std::move(*file), *host));
 }
 
 bool HostFileSystem::fileExists(std::wstring_view path)

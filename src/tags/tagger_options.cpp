@@ -1,0 +1,118 @@
+#include "tags/tagger_options.h"
+
+#include "base/numbers.h"
+#include "base/text.h"
+
+#include <charconv>
+#include <limits>
+
+namespace tonquay::tags {
+
+namespace {
+
+std::wstring_view flagText(bool on)
+{
+    return on ? L"True" : L"False";
+}
+
+bool isOn(std::wstring_view text)
+{
+    return text == L"True";
+}
+
+/// A text that is a number from its first character to its last, rounded to a whole one, goes into the field when it
+/// fits there. base::val would make a 0 of any other text.
+template <class Integer>
+void takeNumber(std::wstring_view stored, Integer& field)
+{
+    const std::string text = base::utf8(base::trim(stored));
+    const char* const end = text.data() + text.size();
+    const char* const begin = text.data() + (text.starts_with('+') ? 1 : 0);
+    if (begin == end || std::string_view("+-.0123456789").find(*begin) == std::string_view::npos)
+        return; // among others "inf" and "nan"
+    double value = 0;
+    const auto read = std::from_chars(begin, end, value);
+    if (read.ec != std::errc{} || read.ptr != end)
+        return;
+    const double whole = base::roundHalfEven(value);
+    if (whole >= std::numeric_limits<Integer>::min() && whole <= std::numeric_limits<Integer>::max())
+        field = static_cast<Integer>(whole);
+}
+
+}
+
+COptions::COptions(platform::SettingsStore& store, std::wstring_view applicationFolder)
+    : store_(store),
+      applicationFolder_(applicationFolder),
+      genreListName_(applicationFolder),
+      startDir_(applicationFolder)
+{
+    if (!genreListName_.ends_with(L'\\'))
+        genreListName_ += L'\\';
+    genreListName_ += L"genre.gls";
+}
+
+bool COptions::ConvertUnderscore() const
+{
+    return isOn(convertUnderscore_);
+}
+
+void COptions::ConvertUnderscore(bool on)
+{
+    convertUnderscore_ = flagText(on);
+}
+
+std::wstring COptions::text(std::wstring_view key, std::wstring_view fallback)
+{
+    return store_.get(section, key, fallback);
+}
+
+bool COptions::flag(std::wstring_view key, bool fallback)
+{
+    return isOn(text(key, flagText(fallback)));
+}
+
+void COptions::readOptions()
+{
+    const COptions defaults(store_, applicationFolder_);
+    genreListName_ = text(L"GenreListName", defaults.genreListName_);
+    takeNumber(text(L"DefaultGenre", base::digits(defaults.defaultGenre_)), defaultGenre_);
+    startDir_ = text(L"StartDir", defaults.startDir_);
+    fillUp_ = text(L"FillUp", defaults.fillUp_);
+    askReadOnly_ = flag(L"AskReadOnly", defaults.askReadOnly_);
+    nextConvert_ = flag(L"NextConvert", defaults.nextConvert_);
+    showMp3Error_ = flag(L"ShowMp3Error", defaults.showMp3Error_);
+    convertTrackNo_ = flag(L"ConvertTrackNo", defaults.convertTrackNo_);
+    recognize_ = text(L"Recognize", defaults.recognize_);
+    takeNumber(text(L"ConvertTo", base::digits(defaults.convertTo_)), convertTo_);
+    ConvertUnderscore(flag(L"ConvertUnderscore", defaults.ConvertUnderscore()));
+    mp3Player_ = text(L"mp3Player", defaults.mp3Player_);
+    infoInclude_ = text(L"InfoInclude", defaults.infoInclude_);
+    fillOnlyEmpty_ = flag(L"FillOnlyEmpty", defaults.fillOnlyEmpty_);
+    takeNumber(text(L"TrackNoAtBeginning", base::digits(defaults.trackNo_)), trackNo_);
+    lowercase_ = flag(L"Lowercase", defaults.lowercase_);
+}
+
+void COptions::writeOptions()
+{
+    const auto put = [this](std::wstring_view key, std::wstring_view value) { store_.set(section, key, value); };
+    // Read with a capital; to the store that is the same key.
+    put(L"genreListName", genreListName_);
+    put(L"DefaultGenre", base::digits(defaultGenre_));
+    put(L"StartDir", startDir_);
+    put(L"FillUp", fillUp_);
+    put(L"AskReadOnly", flagText(askReadOnly_));
+    put(L"NextConvert", flagText(nextConvert_));
+    put(L"ShowMp3Error", flagText(showMp3Error_));
+    put(L"ConvertTrackNo", flagText(convertTrackNo_));
+    put(L"Recognize", recognize_);
+    put(L"ConvertTo", base::digits(convertTo_));
+    put(L"ConvertUnderscore", convertUnderscore_);
+    put(L"mp3Player", mp3Player_);
+    put(L"InfoInclude", infoInclude_);
+    put(L"FillOnlyEmpty", flagText(fillOnlyEmpty_));
+    put(L"TrackNoAtBeginning", base::digits(trackNo_));
+    put(L"Lowercase", flagText(lowercase_));
+}
+
+}
