@@ -2,6 +2,7 @@
 #include "host/real/real_host.h"
 #include "host/system/music_folder.h"
 #include "host/system/places.h"
+#include "host/tags/file_tags.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -52,6 +53,10 @@ public:
     platform::MachinePrograms programs() override { return real_.programs(); }
     std::string savedSettingsFolder() override { return host::places().programFolder; }
     std::string musicFolder() override { return host::musicFolder(); }
+    base::Result<platform::FileTags> readTags(const std::string& hostPath) override
+    {
+        return host::readFileTags(hostPath);
+    }
 
 private:
     host::RealHost real_;

@@ -2,6 +2,7 @@
 
 #include "base/result.h"
 #include "platform/decode_report.h"
+#include "platform/file_tags.h"
 #include "platform/machine_programs.h"
 #include "platform/platform.h"
 
@@ -33,6 +34,9 @@ public:
 
     virtual std::string savedSettingsFolder() = 0; ///< host path of the user's own program folder
     virtual std::string musicFolder() = 0;         ///< host path; empty when the user has none
+
+    /// What an MP3 or Ogg file says of itself. Fails when it is no plain file or cannot be read.
+    virtual base::Result<platform::FileTags> readTags(const std::string& hostPath) = 0;
 };
 
 }

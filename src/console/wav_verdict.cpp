@@ -1,19 +1,13 @@
 #include "console/wav_verdict.h"
 
+#include "console/judged_file.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstring>
-#include <optional>
-#include <span>
 #include <string_view>
-#include <system_error>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace tonquay::console {
 
@@ -21,48 +15,6 @@ namespace {
 
 constexpr std::size_t headerBytes = 44;
 using Header = std::array<std::byte, headerBytes>;
-
-class ReadOnlyFile {
-public:
-    // A pipe or a device of that name must not make the look wait.
-    explicit ReadOnlyFile(const std::filesystem::path& path)
-        : descriptor_(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
-    {}
-    ~ReadOnlyFile()
-    {
-        if (isOpen())
-            ::close(descriptor_);
-    }
-    ReadOnlyFile(const ReadOnlyFile&) = delete;
-    ReadOnlyFile& operator=(const ReadOnlyFile&) = delete;
-
-    bool isOpen() const { return descriptor_ >= 0; }
-
-    std::optional<std::int64_t> regularLength() const
-    {
-        struct stat facts {};
-        if (::fstat(descriptor_, &facts) != 0 || !S_ISREG(facts.st_mode))
-            return std::nullopt;
-        return facts.st_size;
-    }
-
-    /// False at the end of the file and on an error alike.
-    bool read(std::span<std::byte> buffer) const
-    {
-        while (!buffer.empty()) {
-            const ssize_t got = ::read(descriptor_, buffer.data(), buffer.size());
-            if (got < 0 && errno == EINTR)
-                continue;
-            if (got <= 0)
-                return false;
-            buffer = buffer.subspan(static_cast<std::size_t>(got));
-        }
-        return true;
-    }
-
-private:
-    int descriptor_;
-};
 
 std::uint32_t littleEndian(const Header& header, std::size_t offset, std::size_t bytes)
 {
@@ -126,15 +78,10 @@ WavVerdict broken(std::string text)
 
 WavVerdict judgeWav(const std::filesystem::path& path, const WavExpectation& expected)
 {
-    const ReadOnlyFile file(path);
-    if (!file.isOpen()) {
-        const int error = errno;
-        return broken(error == ENOENT ? "the file was not made"
-                                      : "the file cannot be opened: " + std::generic_category().message(error));
-    }
-    const std::optional<std::int64_t> length = file.regularLength();
-    if (!length)
-        return broken("this is no file");
+    const JudgedFile file(path.string());
+    if (!file.problem().empty())
+        return broken(file.problem());
+    const std::int64_t length = file.length();
 
     // The reader is asked first: an older whole file of the same length may stand under this name.
     if (expected.bytesRead != expected.sampleBytes)
@@ -142,13 +89,13 @@ WavVerdict judgeWav(const std::filesystem::path& path, const WavExpectation& exp
             fmt::format("{} of {} bytes could be read from the disc", expected.bytesRead, expected.sampleBytes));
 
     Header header{};
-    if (*length < std::ssize(header) || !file.read(header))
-        return broken(fmt::format("the file ends in its header, after {} bytes", *length));
+    if (length < std::ssize(header) || !file.readAt(0, header))
+        return broken(fmt::format("the file ends in its header, after {} bytes", length));
     const std::string problem = headerProblem(header, expected.sampleBytes);
     if (!problem.empty())
         return broken(problem);
 
-    const std::int64_t tail = *length - wavFileBytes(expected.sampleBytes);
+    const std::int64_t tail = length - wavFileBytes(expected.sampleBytes);
     if (tail < 0)
         return broken(fmt::format("{} bytes of samples are missing at its end", -tail));
     if (tail > 0)

@@ -51,6 +51,10 @@ struct World {
             platform::MachinePrograms programs() override { return {}; }
             std::string savedSettingsFolder() override { return world.host.files.hostPath(L"C:\\SAVED"); }
             std::string musicFolder() override { return {}; }
+            base::Result<platform::FileTags> readTags(const std::string& path) override
+            {
+                return base::Failure{base::Failure::Kind::notFound, path, "there are no files here"};
+            }
             World& world;
         };
         return console::run(arguments, screen, [this](const DiscChoice& made) -> base::Result<std::unique_ptr<Host>> {
