@@ -51,13 +51,17 @@ EncoderPipeline::Next EncoderPipeline::encodeTrack(std::int32_t row)
     enterOutputFolder();
     showEncoding();
     const std::optional<EncoderKind> kind = knownKind(settings);
+    // Before the wait: another command that names files may change the name in hand meanwhile. The full path, since
+    // after a change of folder that failed a bare name would be another folder's file.
+    const std::wstring wav = naming::joined(state_.run.destFolder, state_.run.currentName + L".wav");
     const std::wstring command = singleCommand(settings, state_.disc, state_.run, row + 1);
     if (settings.turboMode == 1 && row != state_.run.lastSelected) {
         tell(row, startInBackground(platform_, command));
     } else {
         runAndWait(platform_, state_.flags, command, [&](Processes::Child child) { tell(row, child); });
+        // The encoder may have failed: the WAV file goes all the same.
         if (goesAfterEncoder(kind, settings))
-            removeWav();
+            passOver(platform_.log, platform_.files.remove(wav), "Delete a WAV file");
     }
     return kind == EncoderKind::xing ? Next::finish : Next::track;
 }
@@ -127,14 +131,6 @@ void EncoderPipeline::tell(std::int32_t row, Processes::Child child)
     if (!started_)
         return;
     started_({.row = row, .child = child, .encodedPath = encodedPath(state_.settings, state_.run)});
-}
-
-/// The encoder may have failed: the WAV file goes all the same.
-void EncoderPipeline::removeWav()
-{
-    // The full path: after a change of folder that failed a bare name would be another folder's file.
-    const std::wstring wav = naming::joined(state_.run.destFolder, state_.run.currentName + L".wav");
-    passOver(platform_.log, platform_.files.remove(wav), "Delete a WAV file");
 }
 
 }

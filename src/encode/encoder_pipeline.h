@@ -50,7 +50,6 @@ private:
     void encodeSelectedRows();
     void encodeWholeFolder(std::wstring_view keptWavList, bool entered);
     void tell(std::int32_t row, platform::Processes::Child child);
-    void removeWav();
 
     state::AppState& state_;
     state::RipdeckControls& main_;
