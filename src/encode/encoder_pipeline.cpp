@@ -56,9 +56,9 @@ EncoderPipeline::Next EncoderPipeline::encodeTrack(std::int32_t row)
     const std::wstring wav = naming::joined(state_.run.destFolder, state_.run.currentName + L".wav");
     const std::wstring command = singleCommand(settings, state_.disc, state_.run, row + 1);
     if (settings.turboMode == 1 && row != state_.run.lastSelected) {
-        tell(row, startInBackground(platform_, command));
+        tell(settings, row, startInBackground(platform_, command));
     } else {
-        runAndWait(platform_, state_.flags, command, [&](Processes::Child child) { tell(row, child); });
+        runAndWait(platform_, state_.flags, command, [&](Processes::Child child) { tell(settings, row, child); });
         // The encoder may have failed: the WAV file goes all the same.
         if (goesAfterEncoder(kind, settings))
             passOver(platform_.log, platform_.files.remove(wav), "Delete a WAV file");
@@ -88,15 +88,19 @@ EncoderPipeline::Next EncoderPipeline::encodeBatch(std::wstring_view keptWavList
 
 void EncoderPipeline::encodeSelectedRows()
 {
+    // The switches are those of the batch's start. Only what is the track's own is asked for when its turn comes.
+    const state::RipSettings settings = state_.settings;
+    state::DiscInfo disc = state_.disc;
     const std::int32_t rows = main_.list1.rowCount();
     for (std::int32_t row = 0; row < rows; ++row) {
         // Asked for each row anew: the Stop command clears the selection while an encoder before it works.
         if (!main_.list1.isSelected(row))
             continue;
+        disc.trackTitles = state_.disc.trackTitles;
         state_.run.currentName =
             naming::fileName(state_.settings.nameFormat, state_.disc, row + 1, naming::shortestRebuiltName);
-        runAndWait(platform_, state_.flags, batchCommand(state_.settings, state_.disc, state_.run, row + 1),
-                   [&](Processes::Child child) { tell(row, child); });
+        runAndWait(platform_, state_.flags, batchCommand(settings, disc, state_.run, row + 1),
+                   [&](Processes::Child child) { tell(settings, row, child); });
     }
 }
 
@@ -126,11 +130,11 @@ void EncoderPipeline::showEncoding()
     state_.flags.encodeBusy = 1;
 }
 
-void EncoderPipeline::tell(std::int32_t row, Processes::Child child)
+void EncoderPipeline::tell(const state::RipSettings& settings, std::int32_t row, Processes::Child child)
 {
     if (!started_)
         return;
-    started_({.row = row, .child = child, .encodedPath = encodedPath(state_.settings, state_.run)});
+    started_({.row = row, .child = child, .encodedPath = encodedPath(settings, state_.run)});
 }
 
 }
