@@ -51,13 +51,17 @@ EncoderPipeline::Next EncoderPipeline::encodeTrack(std::int32_t row)
     enterOutputFolder();
     showEncoding();
     const std::optional<EncoderKind> kind = knownKind(settings);
+    // Before the wait: another command that names files may change the name in hand meanwhile. The full path, since
+    // after a change of folder that failed a bare name would be another folder's file.
+    const std::wstring wav = naming::joined(state_.run.destFolder, state_.run.currentName + L".wav");
     const std::wstring command = singleCommand(settings, state_.disc, state_.run, row + 1);
     if (settings.turboMode == 1 && row != state_.run.lastSelected) {
-        tell(row, startInBackground(platform_, command));
+        tell(settings, row, startInBackground(platform_, command));
     } else {
-        runAndWait(platform_, state_.flags, command, [&](Processes::Child child) { tell(row, child); });
+        runAndWait(platform_, state_.flags, command, [&](Processes::Child child) { tell(settings, row, child); });
+        // The encoder may have failed: the WAV file goes all the same.
         if (goesAfterEncoder(kind, settings))
-            removeWav();
+            passOver(platform_.log, platform_.files.remove(wav), "Delete a WAV file");
     }
     return kind == EncoderKind::xing ? Next::finish : Next::track;
 }
@@ -84,15 +88,19 @@ EncoderPipeline::Next EncoderPipeline::encodeBatch(std::wstring_view keptWavList
 
 void EncoderPipeline::encodeSelectedRows()
 {
+    // The switches are those of the batch's start. Only what is the track's own is asked for when its turn comes.
+    const state::RipSettings settings = state_.settings;
+    state::DiscInfo disc = state_.disc;
     const std::int32_t rows = main_.list1.rowCount();
     for (std::int32_t row = 0; row < rows; ++row) {
         // Asked for each row anew: the Stop command clears the selection while an encoder before it works.
         if (!main_.list1.isSelected(row))
             continue;
+        disc.trackTitles = state_.disc.trackTitles;
         state_.run.currentName =
             naming::fileName(state_.settings.nameFormat, state_.disc, row + 1, naming::shortestRebuiltName);
-        runAndWait(platform_, state_.flags, batchCommand(state_.settings, state_.disc, state_.run, row + 1),
-                   [&](Processes::Child child) { tell(row, child); });
+        runAndWait(platform_, state_.flags, batchCommand(settings, disc, state_.run, row + 1),
+                   [&](Processes::Child child) { tell(settings, row, child); });
     }
 }
 
@@ -122,19 +130,11 @@ void EncoderPipeline::showEncoding()
     state_.flags.encodeBusy = 1;
 }
 
-void EncoderPipeline::tell(std::int32_t row, Processes::Child child)
+void EncoderPipeline::tell(const state::RipSettings& settings, std::int32_t row, Processes::Child child)
 {
     if (!started_)
         return;
-    started_({.row = row, .child = child, .encodedPath = encodedPath(state_.settings, state_.run)});
-}
-
-/// The encoder may have failed: the WAV file goes all the same.
-void EncoderPipeline::removeWav()
-{
-    // The full path: after a change of folder that failed a bare name would be another folder's file.
-    const std::wstring wav = naming::joined(state_.run.destFolder, state_.run.currentName + L".wav");
-    passOver(platform_.log, platform_.files.remove(wav), "Delete a WAV file");
+    started_({.row = row, .child = child, .encodedPath = encodedPath(settings, state_.run)});
 }
 
 }

@@ -49,8 +49,7 @@ private:
     void showEncoding();
     void encodeSelectedRows();
     void encodeWholeFolder(std::wstring_view keptWavList, bool entered);
-    void tell(std::int32_t row, platform::Processes::Child child);
-    void removeWav();
+    void tell(const state::RipSettings& settings, std::int32_t row, platform::Processes::Child child);
 
     state::AppState& state_;
     state::RipdeckControls& main_;
