@@ -51,6 +51,7 @@ public:
     }
 
     platform::MachinePrograms programs() override { return real_.programs(); }
+    void endChildren() override { real_.endChildren(); }
     std::string savedSettingsFolder() override { return host::places().programFolder; }
     std::string musicFolder() override { return host::musicFolder(); }
     base::Result<platform::FileTags> readTags(const std::string& hostPath) override

@@ -32,6 +32,10 @@ public:
     /// Which of those programs there are. After open().
     virtual platform::MachinePrograms programs() = 0;
 
+    /// Ends the encoders that the run has started and that still live, and what they have started. Takes a second at
+    /// most; files that they were writing stay unfinished. After open().
+    virtual void endChildren() = 0;
+
     virtual std::string savedSettingsFolder() = 0; ///< host path of the user's own program folder
     virtual std::string musicFolder() = 0;         ///< host path; empty when the user has none
 

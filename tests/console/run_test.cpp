@@ -49,6 +49,7 @@ struct World {
             platform::Discs& discs() override { return world.discs; }
             base::Result<platform::Platform> open(RunListener) override { return world.host.platform(); }
             platform::MachinePrograms programs() override { return {}; }
+            void endChildren() override {}
             std::string savedSettingsFolder() override { return world.host.files.hostPath(L"C:\\SAVED"); }
             std::string musicFolder() override { return {}; }
             base::Result<platform::FileTags> readTags(const std::string& path) override

@@ -131,6 +131,11 @@ const platform::MachinePrograms& RealHost::programs() const
     return services_->programs;
 }
 
+void RealHost::endChildren()
+{
+    services_->processes.endChildren();
+}
+
 std::vector<std::filesystem::path> openedImages(std::string_view variable)
 {
     std::vector<std::filesystem::path> images;

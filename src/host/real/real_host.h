@@ -48,6 +48,9 @@ public:
     /// What a private program folder leads to; a folder that was given is prepared by whoever gave it. After open().
     const platform::MachinePrograms& programs() const;
 
+    /// Ends the programs that were started through the platform and that still live, within a second. After open().
+    void endChildren();
+
 private:
     struct Services;
 

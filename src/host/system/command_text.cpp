@@ -41,6 +41,7 @@ std::wstring takeProgram(std::wstring_view& rest, const std::function<bool(std::
 CommandWord takeWord(std::wstring_view& rest)
 {
     CommandWord word;
+    word.quoted = rest.starts_with(L'"');
     bool quoted = false;
     while (!rest.empty() && (quoted || blanks.find(rest.front()) == std::wstring_view::npos)) {
         const std::size_t slashes = std::min(rest.find_first_not_of(L'\\'), rest.size());

@@ -12,6 +12,7 @@ namespace tonquay::host {
 struct CommandWord {
     std::wstring text;     ///< without the quotes that grouped it
     bool wildcard = false; ///< has a * or ? that stood outside of quotes
+    bool quoted = false;   ///< began with a grouping quote, so that its first character was meant as text
 };
 
 /// A command text taken apart.

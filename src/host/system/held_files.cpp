@@ -1,13 +1,16 @@
 #include "host/system/held_files.h"
 
 #include "base/text.h"
+#include "host/posix/descriptor.h"
+#include "host/system/spawn.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <dirent.h>
+#include <fcntl.h>
 #include <memory>
+#include <sstream>
 #include <sys/stat.h>
-#include <sys/wait.h>
 
 namespace tonquay::host {
 
@@ -42,25 +45,43 @@ bool sameFile(const std::string& left, const std::string& right, const Identity&
            (leftIdentity.known && leftIdentity == identify(right));
 }
 
-bool isLiving(pid_t child)
+/// The paths of what is in a folder; none for a folder that is not there.
+std::vector<std::string> entriesOf(const std::string& folder)
 {
-    siginfo_t info{};
-    const int answer = waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOHANG | WNOWAIT);
-    return answer == 0 && info.si_pid == 0;
+    std::vector<std::string> paths;
+    const std::unique_ptr<DIR, CloseFolder> open(opendir(folder.c_str()));
+    while (const dirent* entry = open != nullptr ? readdir(open.get()) : nullptr)
+        if (entry->d_name[0] != '.')
+            paths.push_back(folder + '/' + entry->d_name);
+    return paths;
+}
+
+/// A child and what it has started in turn: an encoder may be a script around another one.
+std::vector<std::string> withDescendants(pid_t child)
+{
+    constexpr std::size_t most = 64;
+    constexpr std::size_t longestList = 1u << 16;
+    std::vector<std::string> processes{std::to_string(child)};
+    for (std::size_t i = 0; i < processes.size(); ++i)
+        for (const std::string& thread : entriesOf("/proc/" + processes[i] + "/task")) {
+            const std::string list = thread + "/children";
+            const Descriptor file(open(list.c_str(), O_RDONLY | O_CLOEXEC));
+            const auto text = readToEnd(file.get(), longestList, list);
+            std::istringstream numbers(text ? *text : std::string());
+            for (std::string number; processes.size() < most && numbers >> number;)
+                processes.push_back(number);
+        }
+    return processes;
 }
 
 bool hasOpen(pid_t child, const Identity& file)
 {
     if (!file.known)
         return false;
-    const std::string folder = "/proc/" + std::to_string(child) + "/fd";
-    const std::unique_ptr<DIR, CloseFolder> open(opendir(folder.c_str()));
-    if (open == nullptr)
-        return false;
-    while (const dirent* entry = readdir(open.get()))
-        if (entry->d_name[0] != '.' && identify(folder + '/' + entry->d_name) == file)
-            return true;
-    return false;
+    return std::ranges::any_of(withDescendants(child), [&](const std::string& process) {
+        return std::ranges::any_of(entriesOf("/proc/" + process + "/fd"),
+                                   [&](const std::string& open) { return identify(open) == file; });
+    });
 }
 
 }

@@ -7,7 +7,8 @@
 namespace tonquay::host {
 
 /// The files that living child processes work on. On this system nothing keeps a file from being written or deleted
-/// under a program that uses it, so whoever writes or deletes asks here first.
+/// under a program that uses it, so whoever writes or deletes asks here first. What a child has started in turn counts
+/// as the child.
 class HeldFiles {
 public:
     /// `paths` are the host paths that a child's command names, whether or not they are there.

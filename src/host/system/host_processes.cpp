@@ -7,10 +7,13 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <sys/syscall.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace tonquay::host {
@@ -143,15 +146,25 @@ std::string HostProcesses::findBare(std::wstring_view name)
     return {};
 }
 
+std::string HostProcesses::hostArgument(const std::wstring& text, bool meantAsName)
+{
+    if (isDrivePath(text))
+        return files_.hostPath(text);
+    if (meantAsName && text.starts_with(L'-') && folderPart(text).empty() && files_.fileExists(text)) {
+        const std::string path = files_.hostPath(text);
+        return "./" + path.substr(path.rfind('/') + 1);
+    }
+    return base::utf8(text);
+}
+
 /// The arguments as the program gets them. `named` takes the host paths of all files that they may mean.
 std::vector<std::string> HostProcesses::hostArguments(const CommandText& command, std::vector<std::string>& named)
 {
     std::vector<std::string> arguments;
-    const auto add = [&](const std::wstring& text) {
-        const std::string path = files_.hostPath(text);
-        arguments.push_back(isDrivePath(text) ? path : base::utf8(text));
-        if (!text.empty() && !text.starts_with(L'-'))
-            named.push_back(path);
+    const auto add = [&](const std::wstring& text, bool meantAsName) {
+        arguments.push_back(hostArgument(text, meantAsName));
+        if (!arguments.back().empty() && !arguments.back().starts_with('-'))
+            named.push_back(files_.hostPath(text));
     };
     for (const CommandWord& word : command.arguments) {
         const std::wstring_view folder = folderPart(word.text);
@@ -159,10 +172,10 @@ std::vector<std::string> HostProcesses::hostArguments(const CommandText& command
                                                        std::wstring_view(word.text).substr(folder.size()))
                                          : base::Result<std::vector<std::wstring>>(std::vector<std::wstring>{});
         if (!names || names->empty())
-            add(word.text);
+            add(word.text, word.quoted);
         else
             for (const std::wstring& name : *names)
-                add(std::wstring(folder) + name);
+                add(std::wstring(folder) + name, true);
     }
     return arguments;
 }
@@ -199,6 +212,28 @@ void HostProcesses::collect(Running& child)
         log_.line("processes", child.command + ": ended by signal " + std::to_string(WTERMSIG(status)));
     else if (*child.code != 0)
         log_.line("processes", child.command + ": ended with status " + std::to_string(*child.code));
+}
+
+void HostProcesses::endChildren()
+{
+    constexpr std::chrono::milliseconds grace{500};
+    std::vector<std::shared_ptr<Running>> living;
+    for (const auto& [number, child] : children_) {
+        collect(*child);
+        if (!child->code)
+            living.push_back(child);
+    }
+    // None is collected in between: its number then stays its own, and that of the group which it may leave behind.
+    for (const int signal : {SIGTERM, SIGKILL}) {
+        for (const auto& child : living)
+            kill(-child->process, signal);
+        const auto deadline = std::chrono::steady_clock::now() + grace;
+        while (std::ranges::any_of(living, [](const auto& child) { return isLiving(child->process); }) &&
+               std::chrono::steady_clock::now() < deadline)
+            std::this_thread::sleep_for(std::chrono::milliseconds{1});
+    }
+    for (const auto& child : living)
+        collect(*child);
 }
 
 void HostProcesses::endProgram(int status)

@@ -21,10 +21,12 @@ namespace tonquay::host {
 /// A program is looked for without regard to case: a path with a folder in it there, a bare name in the program
 /// folder, in the current folder and on PATH; each as it stands, then with ".exe" behind it. An argument that begins
 /// with letter, colon and backslash becomes a host path, and an unquoted wildcard becomes the names that it matches, or
-/// stays as it is when there are none.
+/// stays as it is when there are none. A file of the current folder whose name begins with a hyphen, in quotes or found
+/// by a wildcard, gets "./" before it: a song called "-delete" is not to become a switch.
 ///
 /// A child runs in a process group of its own, with /dev/null as its input, a file as its output, all other
-/// descriptors closed, signals as usual and LC_ALL=C.UTF-8. A bad end leaves a line with the command.
+/// descriptors closed, signals as usual and LC_ALL=C.UTF-8. A bad end leaves a line with the command, and so does a
+/// program that is there but cannot be run: one for another system, or a script whose interpreter is missing.
 class HostProcesses final : public platform::Processes {
 public:
     struct Settings {
@@ -42,6 +44,11 @@ public:
     std::optional<int> exitCode(Child child) override;
     [[noreturn]] void endProgram(int status) override;
 
+    /// Ends all children that live, with the programs that they started in turn: asks first (SIGTERM), and kills what
+    /// is there half a second later. Blocks until they are gone, a second at most. Files that they were writing stay
+    /// behind unfinished. A program that went into a session of its own is not reached.
+    void endChildren();
+
 private:
     struct Running;
 
@@ -49,6 +56,7 @@ private:
     base::Result<Child> failed(base::Failure failure);
     std::string findProgram(std::wstring_view program);
     std::string findBare(std::wstring_view name);
+    std::string hostArgument(const std::wstring& text, bool meantAsName);
     std::vector<std::string> hostArguments(const CommandText& command, std::vector<std::string>& named);
     void collect(Running& child);
 

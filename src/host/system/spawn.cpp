@@ -1,11 +1,16 @@
 #include "host/system/spawn.h"
 
 #include "host/posix/descriptor.h"
+#include "host/posix/program_search.h"
 
+#include <algorithm>
+#include <array>
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
 #include <string_view>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace tonquay::host {
@@ -55,6 +60,44 @@ std::vector<char*> pointers(std::vector<std::string>& texts)
     return list;
 }
 
+/// What the first line of a script asks for; empty for a file that is none.
+std::string interpreterOf(const std::string& program)
+{
+    constexpr std::size_t longestLine = 256;
+    std::array<char, longestLine> start{};
+    const Descriptor file(open(program.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const ssize_t count = file ? read(file.get(), start.data(), start.size()) : 0;
+    std::string_view line(start.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    if (!line.starts_with("#!"))
+        return {};
+    line = line.substr(0, line.find('\n'));
+    line.remove_prefix(std::min(line.find_first_not_of(" \t", 2), line.size()));
+    // A CR is no blank to the system: it looks for an interpreter with that name.
+    return std::string(line.substr(0, line.find_first_of(" \t")));
+}
+
+/// The system's own words for these are about a file that is there.
+base::Failure startFailure(const SpawnRequest& request, int error)
+{
+    using Kind = base::Failure::Kind;
+    if (error == ENOEXEC)
+        return {Kind::invalid, request.program, "is no program that this system can run"};
+    if (error == ENOENT && isProgramFile(request.program) && access(request.folder.c_str(), X_OK) == 0) {
+        const std::string interpreter = interpreterOf(request.program);
+        return {Kind::unavailable, request.program,
+                interpreter.empty() ? "cannot be run: its loader is missing, it may be for another system"
+                                    : "cannot be run: its interpreter is missing (" + interpreter + ")"};
+    }
+    return systemFailure(request.program, "started", error);
+}
+
+}
+
+bool isLiving(pid_t child)
+{
+    siginfo_t info{};
+    const int answer = waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOHANG | WNOWAIT);
+    return answer == 0 && info.si_pid == 0;
 }
 
 base::Result<pid_t> spawn(const SpawnRequest& request)
@@ -87,7 +130,7 @@ base::Result<pid_t> spawn(const SpawnRequest& request)
     const int error = posix_spawn(&child, request.program.c_str(), &start.actions, &start.attributes,
                                   pointers(words).data(), pointers(environment).data());
     if (error != 0)
-        return systemFailure(request.program, "started", error);
+        return startFailure(request, error);
     return child;
 }
 

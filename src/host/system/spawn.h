@@ -16,7 +16,10 @@ struct SpawnRequest {
     std::string outputFile; ///< for standard output and error; when it cannot be opened they go nowhere
 };
 
-/// Starts a program without a shell in between. Fails when the system cannot run it.
+/// Starts a program without a shell in between, in a process group of its own. Fails when the system cannot run it.
 base::Result<pid_t> spawn(const SpawnRequest& request);
+
+/// True until a child of ours has ended. It is not reaped by this.
+bool isLiving(pid_t child);
 
 }

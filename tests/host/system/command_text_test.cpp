@@ -78,4 +78,14 @@ TEST(CommandText, onlyWildcardsOutsideOfQuotesCount)
     EXPECT_EQ(wild, (std::vector<bool>{true, false, false, true, true}));
 }
 
+TEST(CommandText, aWordIsQuotedWhenItsFirstCharacterIs)
+{
+    const auto split =
+        splitCommand(L"enc \"-a\" -b -c\"d\" \\\"-e\\\" \"-f\"g \"", [](std::wstring_view) { return false; });
+    std::vector<bool> quoted;
+    for (const CommandWord& word : split->arguments)
+        quoted.push_back(word.quoted);
+    EXPECT_EQ(quoted, (std::vector<bool>{true, false, false, false, true, true}));
+}
+
 }

@@ -61,7 +61,7 @@ protected:
 
 TEST_F(HostProcesses, argumentsReachTheProgramInItsOwnForm)
 {
-    for (const char* name : {"b.wav", "A.WAV", "c.txt", "with blank.wav"})
+    for (const char* name : {"b.wav", "A.WAV", "c.txt", "with blank.wav", "-delete"})
         test::writeHostFile((real.root / "Out/") + name, "");
     const std::string root = real.root.path();
     const struct {
@@ -76,6 +76,9 @@ TEST_F(HostProcesses, argumentsReachTheProgramInItsOwnForm)
         {"wildcards", L"-delete *.wav \"*.wav\"", "[-delete][A.WAV][b.wav][with blank.wav][*.wav]"},
         {"wildcards with a folder", L"C:\\out\\?.WAV", '[' + root + "/Out/A.WAV][" + root + "/Out/b.wav]"},
         {"wildcards without a match", L"*.mp3 no\\*.x", "[*.mp3][no\\*.x]"},
+        {"a file like a switch", L"\"-DELETE\" -delete \"-x\" -t\"-delete\" \"-delete\\x\"",
+         "[./-delete][-delete][-x][-t-delete][-delete\\x]"},
+        {"such a file by a wildcard", L"-d*", "[./-delete]"},
         {"no shell reads it", L"$HOME ;ls `id` | 'a b' > x \"$(id)\"", "[$HOME][;ls][`id`][|]['a][b'][>][x][$(id)]"},
         {"text", L"-t\"Жук é\u266B\"", "[-tЖук é♫]"},
     };
@@ -183,6 +186,105 @@ TEST_F(HostProcesses, filesOfALivingChildAreHeld)
     while (!processes.exitCode(*child))
         loop.wait(10ms);
     EXPECT_TRUE(files.openBinary(L"out.mp3"));
+}
+
+TEST_F(HostProcesses, aFileThatNoCommandNamesIsHeldWhileAChildOrItsOwnChildWritesIt)
+{
+    const struct {
+        const char* what;
+        const char* body;
+    } cases[] = {
+        {"the child", "exec 3>in.ogg; echo > started; while [ ! -e go ]; do sleep 0.01; done"},
+        {"its child", "sh -c 'exec 3>in.ogg; echo > started; while [ ! -e go ]; do sleep 0.01; done'; exit 0"},
+    };
+    auto& files = real.files();
+    for (const auto& c : cases) {
+        script("bin/enc", c.body);
+        test::writeHostFile(real.root / "Out/in.wav", "sound");
+        const auto child = processes.start(L"enc \"in.wav\"", Style::normal);
+        ASSERT_TRUE(child);
+        for (int i = 0; i < 500 && !files.fileExists(L"started"); ++i)
+            loop.wait(10ms);
+        EXPECT_FALSE(files.openBinary(L"C:\\Out\\in.ogg")) << c.what;
+        EXPECT_FALSE(files.writeWhole(L"IN.OGG", "x")) << c.what;
+        test::writeHostFile(real.root / "Out/go", "");
+        while (!processes.exitCode(*child))
+            loop.wait(10ms);
+        EXPECT_TRUE(files.openBinary(L"in.ogg")) << c.what;
+        for (const wchar_t* left : {L"go", L"started"})
+            EXPECT_TRUE(files.remove(left));
+    }
+}
+
+TEST_F(HostProcesses, aProgramThatCannotBeRunSaysWhy)
+{
+    script("bin/data", "");
+    test::writeHostFile(real.root / "bin/data", "no program");
+    script("bin/lost", "");
+    test::writeHostFile(real.root / "bin/lost", "#! /no/such/shell -x\necho\n");
+    script("bin/alien", "");
+    std::string program = test::readHostFile("/bin/true");
+    ASSERT_NE(program.find("/ld-linux"), std::string::npos);
+    program.replace(program.find("/ld-linux"), 9, "/ld-other");
+    test::writeHostFile(real.root / "bin/alien", program);
+    using Kind = base::Failure::Kind;
+    const struct {
+        const wchar_t* command;
+        Kind kind;
+        const char* text;
+    } cases[] = {
+        {L"data \"x\"", Kind::invalid, "data \"x\": is no program that this system can run"},
+        {L"lost", Kind::unavailable, "lost: cannot be run: its interpreter is missing (/no/such/shell)"},
+        {L"alien", Kind::unavailable, "alien: cannot be run: its loader is missing, it may be for another system"},
+    };
+    for (const auto& c : cases) {
+        const auto child = processes.start(c.command, Style::normal);
+        ASSERT_FALSE(child) << c.text;
+        EXPECT_EQ(child.failure().kind, c.kind) << c.text;
+        EXPECT_TRUE(log.says(c.text)) << base::describe(child.failure());
+    }
+}
+
+/// Not there, or ended and waiting for whoever took it over to look.
+bool isOver(const std::string& process)
+{
+    const std::string status = test::readHostFile("/proc/" + process + "/stat");
+    return status.empty() || status.find(") Z") != std::string::npos;
+}
+
+TEST_F(HostProcesses, childrenAreEndedWithTheirOwnChildren)
+{
+    script("bin/mild", "sleep 30 & echo $! >> pids; echo $$ >> pids; wait");
+    script("bin/stubborn", "trap '' TERM; sleep 30 & echo $! >> pids; echo $$ >> pids; while :; do sleep 30; done");
+    script("bin/parting", "trap 'echo bye > said; exit 0' TERM; sh -c 'trap \"\" TERM; echo $$ >> pids; sleep 30' &\n"
+                          "echo $$ >> pids; wait");
+    processes.endChildren();
+    std::vector<platform::Processes::Child> children;
+    for (const wchar_t* command : {L"mild", L"stubborn", L"parting"}) {
+        const auto child = processes.start(command, Style::normal);
+        ASSERT_TRUE(child);
+        children.push_back(*child);
+    }
+    const auto pids = [&] {
+        std::istringstream text(test::readHostFile(real.root / "Out/pids"));
+        return std::vector<std::string>(std::istream_iterator<std::string>(text), {});
+    };
+    for (int i = 0; i < 500 && pids().size() < 6; ++i)
+        loop.wait(10ms);
+    ASSERT_EQ(pids().size(), 6u);
+
+    const auto start = std::chrono::steady_clock::now();
+    processes.endChildren();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+    const int wanted[] = {128 + SIGTERM, 128 + SIGKILL, 0};
+    for (std::size_t i = 0; i < children.size(); ++i)
+        EXPECT_EQ(processes.exitCode(children[i]), wanted[i]) << i;
+    EXPECT_EQ(test::readHostFile(real.root / "Out/said"), "bye\n") << "asked before it is killed";
+    for (const std::string& pid : pids()) {
+        for (int i = 0; i < 500 && !isOver(pid); ++i)
+            usleep(1000);
+        EXPECT_TRUE(isOver(pid)) << pid;
+    }
 }
 
 TEST_F(HostProcesses, theEndOfTheProgramRunsItsEndActionsAndLeavesChildrenAlive)
