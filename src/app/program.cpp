@@ -2,6 +2,8 @@
 
 #include "deck/volume.h"
 
+#include <utility>
+
 namespace tonquay::app {
 
 Program::Program(platform::Platform platform)
@@ -10,7 +12,8 @@ Program::Program(platform::Platform platform)
       discTable_(state_, forms_, platform_.acd, platform_.loop),
       analogCapture_(state_, forms_, platform_),
       programFiles_(platform_),
-      encoders_(state_, forms_, platform_),
+      lateTags_(state_, platform_),
+      encoders_(state_, forms_, platform_, [this](const encode::StartedEncoder& encoder) { encoderStarted(encoder); }),
       extraction_(state_, forms_, engine_, platform_),
       driver_(state_, forms_, extraction_, encoders_, programFiles_, platform_),
       tagger_(state_, forms_, platform_),
@@ -22,6 +25,18 @@ Program::Program(platform::Platform platform)
 {
     forms_.ripdeck().Timer1.bind(platform_.loop);
     deck::wireVolume(forms_.ripdeck(), engine_.playback());
+}
+
+void Program::followEncoders(std::function<void(const encode::StartedEncoder&)> follower)
+{
+    encoderFollower_ = std::move(follower);
+}
+
+void Program::encoderStarted(const encode::StartedEncoder& encoder)
+{
+    lateTags_.encoderStarted(encoder.row, encoder.child, encoder.encodedPath);
+    if (encoderFollower_)
+        encoderFollower_(encoder);
 }
 
 void Program::start(std::wstring_view commandLine)

@@ -16,7 +16,9 @@
 #include "state/app_state.h"
 #include "state/forms.h"
 #include "tagging/automatic_tagger.h"
+#include "tagging/late_tags.h"
 
+#include <functional>
 #include <string_view>
 
 namespace tonquay::app {
@@ -36,8 +38,14 @@ public:
 
     state::AppState& state() { return state_; }
     state::Forms& forms() { return forms_; }
+    const tagging::LateTags& lateTags() const { return lateTags_; }
+
+    /// Tells `follower` of each encoder that is started for one track; an empty one ends that.
+    void followEncoders(std::function<void(const encode::StartedEncoder&)> follower);
 
 private:
+    void encoderStarted(const encode::StartedEncoder& encoder);
+
     platform::Platform platform_;
     state::AppState state_;
     state::Forms forms_;
@@ -46,6 +54,8 @@ private:
     disc::DiscTable discTable_;
     rip::AnalogCapture analogCapture_;
     rip::ProgramFiles programFiles_;
+    tagging::LateTags lateTags_;
+    std::function<void(const encode::StartedEncoder&)> encoderFollower_;
     encode::EncoderPipeline encoders_;
     rip::TrackExtraction extraction_;
     rip::RipDriver driver_;

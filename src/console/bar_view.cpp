@@ -75,6 +75,13 @@ void BarView::trackBegins(const TrackFacts& track)
     draw();
 }
 
+void BarView::encodingBegins(const TrackFacts& track)
+{
+    track_ = track;
+    progress_.activity = RunProgress::Activity::encoding;
+    draw();
+}
+
 void BarView::progress(const RunProgress& progress)
 {
     const bool news = progress.activity != progress_.activity;

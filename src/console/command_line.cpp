@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "console/screen_text.h"
+#include "encode/bitrates.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -39,7 +40,11 @@ constexpr std::array schedules{Word{"batch", Schedule::batch}, Word{"single", Sc
 constexpr std::array methods{Word{"digital2", Method::digital2}, Word{"normal", Method::normal},
                              Word{"synchronous", Method::synchronous}, Word{"burst", Method::burst},
                              Word{"analog", Method::analog}};
-constexpr std::array rates{32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320};
+constexpr auto rates = [] {
+    std::array<int, encode::bitrates.size()> kbps{};
+    std::transform(encode::bitrates.begin(), encode::bitrates.end(), kbps.begin(), [](int bps) { return bps / 1000; });
+    return kbps;
+}();
 constexpr int bestOggQuality = 10;
 
 constexpr std::string_view notYet = "not available yet in this version";
@@ -233,8 +238,6 @@ std::string problemOf(const RipOptions& rip)
         return fmt::format("--from, --to: parts of a track are {}", notYet);
     if (rip.program)
         return fmt::format("--program: program files are {}", notYet);
-    if (rip.format && rip.bitrate && *rip.format != Format::wav && !bitrateFits(*rip.bitrate, *rip.format))
-        return fmt::format("--bitrate: {} does not fit the format", *rip.bitrate);
     return {};
 }
 
@@ -245,13 +248,16 @@ base::Failure wrong(std::string text)
 
 }
 
+std::string_view formatName(Format format)
+{
+    return std::find_if(formats.begin(), formats.end(), [format](const auto& w) { return w.value == format; })->text;
+}
+
 std::string whyNotAvailable(Format format)
 {
-    if (format == Format::wav)
+    if (format != Format::wma)
         return {};
-    const auto word =
-        std::find_if(formats.begin(), formats.end(), [format](const auto& w) { return w.value == format; });
-    return fmt::format("--format: {} is {}; use --format wav", word->text, notYet);
+    return fmt::format("--format: {} is {}; use mp3, ogg or wav", formatName(format), notYet);
 }
 
 bool bitrateFits(int bitrate, Format format)
@@ -259,6 +265,13 @@ bool bitrateFits(int bitrate, Format format)
     if (format == Format::ogg)
         return bitrate >= 0 && bitrate <= bestOggQuality;
     return std::find(rates.begin(), rates.end(), bitrate) != rates.end();
+}
+
+std::int16_t bitrateIndex(int bitrate, Format format)
+{
+    if (format == Format::ogg)
+        return static_cast<std::int16_t>(bitrate);
+    return static_cast<std::int16_t>(std::find(rates.begin(), rates.end(), bitrate) - rates.begin());
 }
 
 base::Result<Command> parseCommandLine(const std::vector<std::string>& arguments)

@@ -3,7 +3,9 @@
 #include "base/result.h"
 #include "console/options.h"
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tonquay::console {
@@ -16,7 +18,13 @@ base::Result<Command> parseCommandLine(const std::vector<std::string>& arguments
 /// command line does not show.
 std::string whyNotAvailable(Format format);
 
+/// As typed on the command line and shown: "mp3".
+std::string_view formatName(Format format);
+
 /// Whether `--bitrate` fits the format: one of the encoder's 14 rates, or a quality of 0 to 10 for Ogg.
 bool bitrateFits(int bitrate, Format format);
+
+/// The setting for a bitrate that fits: its place among the rates; an Ogg quality is that setting itself.
+std::int16_t bitrateIndex(int bitrate, Format format);
 
 }

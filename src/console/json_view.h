@@ -14,6 +14,7 @@ public:
 
     void runBegins(const RunFacts& run) override;
     void trackBegins(const TrackFacts& track) override;
+    void encodingBegins(const TrackFacts& track) override { track_ = track.number; }
     void progress(const RunProgress& progress) override;
     void trackEnds(const TrackVerdict& verdict) override;
     void trackIsLeftOut(const TrackVerdict& track) override;

@@ -13,6 +13,7 @@ public:
 
     void runBegins(const RunFacts&) override {}
     void trackBegins(const TrackFacts&) override {}
+    void encodingBegins(const TrackFacts&) override {}
     void progress(const RunProgress&) override {}
     void trackEnds(const TrackVerdict& verdict) override;
     void trackIsLeftOut(const TrackVerdict& track) override;

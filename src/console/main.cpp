@@ -3,6 +3,7 @@
 #include "host/system/music_folder.h"
 #include "host/system/places.h"
 #include "host/tags/file_tags.h"
+#include "platform/file_system.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -51,6 +52,14 @@ public:
     }
 
     platform::MachinePrograms programs() override { return real_.programs(); }
+    base::Result<std::wstring> linkEncoder(const std::string& program, const std::string& name) override
+    {
+        const base::Result<std::string> link = real_.linkEncoder(program, name);
+        if (!link)
+            return link.failure();
+        return real_.platform().files.programPath(*link);
+    }
+
     void endChildren() override { real_.endChildren(); }
     std::string savedSettingsFolder() override { return host::places().programFolder; }
     std::string musicFolder() override { return host::musicFolder(); }

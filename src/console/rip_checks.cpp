@@ -69,6 +69,14 @@ std::int64_t bytesToCome(const std::vector<PlannedFile>& files)
     return bytes;
 }
 
+std::int64_t largestToCome(const std::vector<PlannedFile>& files)
+{
+    std::int64_t bytes = 0;
+    for (const PlannedFile& file : files)
+        bytes = std::max(bytes, file.bytes - file.existing);
+    return bytes;
+}
+
 std::optional<std::string> spaceProblem(const std::string& folder, std::int64_t bytes, std::int64_t free)
 {
     constexpr std::int64_t reserve = 1 << 16;

@@ -30,6 +30,9 @@ std::vector<std::string> longNameProblems(const std::vector<PlannedFile>& files)
 /// Bytes that the run adds to the file system.
 std::int64_t bytesToCome(const std::vector<PlannedFile>& files);
 
+/// The same when each file is gone before the next one is begun.
+std::int64_t largestToCome(const std::vector<PlannedFile>& files);
+
 /// A sentence when `bytes` do not fit into `free`, else nothing. A little is left for folders and the system.
 std::optional<std::string> spaceProblem(const std::string& folder, std::int64_t bytes, std::int64_t free);
 

@@ -2,6 +2,8 @@
 
 #include "app/program.h"
 #include "base/text.h"
+#include "console/encoder_choice.h"
+#include "console/genre_byte.h"
 #include "console/given_names.h"
 #include "console/rip_plan.h"
 #include "console/rip_session.h"
@@ -51,10 +53,17 @@ base::Status prepareProgramFolder(platform::Platform& platform, const state::Rip
 }
 
 /// A folder name with a double quote, say, would not come back from the settings file as it went in.
-bool cameBack(const state::RipSettings& wanted, const state::RipSettings& taken)
+std::string whatCameBackWrong(const state::RipSettings& wanted, const state::RipSettings& taken,
+                              platform::FileSystem& files)
 {
     constexpr std::size_t driveRoot = 3;
-    return wanted.outputFolder == taken.outputFolder || wanted.outputFolder.size() == driveRoot;
+    if (wanted.outputFolder != taken.outputFolder && wanted.outputFolder.size() != driveRoot)
+        return files.hostPath(wanted.outputFolder) +
+               ": files cannot be written to a folder of this name; choose one of UTF-8 letters, without double "
+               "quotes, line ends and blanks at its ends";
+    if (wanted.encoderCmdLine != taken.encoderCmdLine)
+        return "--encoder-options: double quotes and line ends cannot be handed on";
+    return {};
 }
 
 }
@@ -101,7 +110,16 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
         if (output.empty())
             return refuse(screen, *options.output + ": this folder cannot be reached");
     }
-    const auto settings = settingsForRun(savedSettings(platform, host), options, output);
+    const state::RipSettings saved = savedSettings(platform, host);
+    const Format format = formatOf(saved, options);
+    if (const auto sensible = settingsForRun(saved, options, {}); !sensible)
+        return refuse(screen, base::describe(sensible.failure()));
+    const auto encoder = chooseEncoder(format, options.encoder, host, platform);
+    if (!encoder)
+        return refuse(screen, base::describe(encoder.failure()));
+    if (encoder->remark)
+        screen.complain("tonquay: " + shownBytes(*encoder->remark));
+    const auto settings = settingsForRun(saved, options, {.output = output, .encoder = encoder->path});
     if (!settings)
         return refuse(screen, base::describe(settings.failure()));
     if (base::isBlank(settings->outputFolder))
@@ -122,11 +140,13 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
     app::Program program({platform.files, processes, platform.loop, platform.clock, platform.dialogs, platform.engine,
                           platform.acd, platform.settings, platform.system, platform.log});
     program.start(programFolder);
-    if (!cameBack(*settings, program.state().settings))
-        return refuse(screen, platform.files.hostPath(settings->outputFolder) +
-                                  ": files cannot be written to a folder of this name; choose one of UTF-8 letters, "
-                                  "without double quotes, line ends and blanks at its ends");
-    RipPlan plan = makePlan(*rows, named, program.state().disc, program.state().settings, platform.files);
+    if (const auto wrong = whatCameBackWrong(*settings, program.state().settings, platform.files); !wrong.empty())
+        return refuse(screen, wrong);
+    RipPlan plan = makePlan(format, *rows, named, program.state().disc, program.state().settings, platform.files);
+    if (plan.oneByOne) {
+        program.state().settings.encodeSingle = 1;
+        program.state().settings.turboMode = 0;
+    }
     std::vector<std::string> problems = sourceProblems(plan, imagePath);
     if (problems.empty())
         problems = problemsOf(plan, platform.files);
@@ -136,9 +156,11 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
         return ExitStatus::usage;
     }
 
+    if (const auto remark = genreRemark(program.state().disc.discGenre); remark && format == Format::mp3)
+        screen.complain("tonquay: " + *remark);
     const std::unique_ptr<RipView> view = makeRipView(viewKind(options, screen), screen);
-    session = std::make_unique<RipSession>(program, platform, *view, std::move(plan));
-    const RunEnd end = session->run("wav");
+    session = std::make_unique<RipSession>(program, platform, processes, host, *view, std::move(plan));
+    const RunEnd end = session->run();
     session.reset();
     return end.broken == 0 && end.left == 0 ? ExitStatus::good : ExitStatus::incomplete;
 }

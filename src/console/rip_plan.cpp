@@ -2,12 +2,17 @@
 
 #include "base/text.h"
 #include "console/wav_verdict.h"
+#include "encode/bitrates.h"
+#include "encode/commands.h"
 #include "naming/file_name.h"
 #include "naming/nonasc.h"
 #include "naming/output_folder.h"
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
+#include <numeric>
 
 namespace tonquay::console {
 
@@ -22,21 +27,55 @@ void cleanNames(state::DiscInfo& disc)
         disc.trackTitles.set(number, naming::nonasc(disc.trackTitles(number)));
 }
 
+/// An encoder that is not known is taken to make an MP3 file beside the WAV file, as nearly all do.
+std::wstring encodedPath(Format format, const state::RipSettings& settings, const state::RunInHand& run)
+{
+    std::wstring path = encode::encodedPath(settings, run);
+    if (path.empty())
+        path = naming::joined(run.destFolder, run.currentName + (format == Format::ogg ? L".ogg" : L".mp3"));
+    return path;
 }
 
-RipPlan makePlan(const std::vector<std::size_t>& rows, const platform::DiscTable& table, state::DiscInfo disc,
-                 const state::RipSettings& settings, platform::FileSystem& files)
+/// Rather too many than too few: for the check of free space.
+std::int64_t encodedBytes(Format format, const state::RipSettings& settings, double seconds)
+{
+    // Nominal bits per second of Ogg Vorbis by quality; MP3 of variable bitrate is bounded by its highest rate.
+    constexpr std::array<std::int32_t, 11> oggRates{64000,  80000,  96000,  112000, 128000, 160000,
+                                                    192000, 224000, 256000, 320000, 500000};
+    constexpr std::int64_t headers = 8192;
+    const auto index = static_cast<std::size_t>(settings.bitrateIndex);
+    std::int32_t rate = encode::bitrates.back();
+    if (format == Format::ogg)
+        rate = oggRates[std::min(index, oggRates.size() - 1)];
+    else if (settings.highPriority != 1 && !encode::hasOwnSwitches(settings))
+        rate = encode::bitsPerSecond(settings.bitrateIndex).value_or(rate);
+    return static_cast<std::int64_t>(seconds * rate / 8) + headers;
+}
+
+}
+
+RipPlan makePlan(Format format, const std::vector<std::size_t>& rows, const platform::DiscTable& table,
+                 state::DiscInfo disc, const state::RipSettings& settings, platform::FileSystem& files)
 {
     cleanNames(disc);
-    const std::wstring folder = naming::outputFolder(settings, disc);
-    RipPlan plan{files.hostPath(folder), {}};
+    state::RunInHand run;
+    run.destFolder = naming::outputFolder(settings, disc);
+    RipPlan plan{.folder = files.hostPath(run.destFolder), .format = format, .tracks = {}};
+    plan.wavsPileUp = settings.deleteWav != 1 || settings.encodeSingle != 1 || settings.turboMode == 1;
     for (const std::size_t row : rows) {
         PlannedTrack planned;
         planned.row = static_cast<std::int32_t>(row);
         planned.track = table.tracks[row];
-        const std::wstring name =
-            naming::fileName(settings.nameFormat, disc, planned.row + 1, naming::shortestRippedName);
-        planned.path = naming::joined(folder, name + L".wav");
+        run.currentName = naming::fileName(settings.nameFormat, disc, planned.row + 1, naming::shortestRippedName);
+        plan.oneByOne = plan.oneByOne || run.currentName != naming::fileName(settings.nameFormat, disc, planned.row + 1,
+                                                                             naming::shortestRebuiltName);
+        planned.wavPath = naming::joined(run.destFolder, run.currentName + L".wav");
+        planned.wavHostPath = files.hostPath(planned.wavPath);
+        planned.path = planned.wavPath;
+        if (format != Format::wav) {
+            planned.path = encodedPath(format, settings, run);
+            planned.encodedBytes = encodedBytes(format, settings, playSeconds(planned.track.sectorCount));
+        }
         planned.hostPath = files.hostPath(planned.path);
         plan.tracks.push_back(std::move(planned));
     }
@@ -55,11 +94,11 @@ std::vector<std::string> sourceProblems(const RipPlan& plan, const std::string& 
 
     std::vector<std::string> problems;
     for (const PlannedTrack& track : plan.tracks) {
-        const std::filesystem::path output(track.hostPath);
+        const std::filesystem::path output(track.wavHostPath);
         std::error_code ignored;
         const std::wstring name = base::upper(base::fromHostBytes(output.filename().string()));
         if (std::filesystem::exists(output, ignored) && sheet.find(name) != std::wstring::npos)
-            problems.push_back("track " + std::to_string(track.track.number) + ": " + track.hostPath +
+            problems.push_back("track " + std::to_string(track.track.number) + ": " + track.wavHostPath +
                                " is named by the disc image itself; choose another output folder or other names");
     }
     return problems;
@@ -71,9 +110,9 @@ std::vector<std::string> problemsOf(const RipPlan& plan, platform::FileSystem& f
     planned.reserve(plan.tracks.size());
     for (const PlannedTrack& track : plan.tracks)
         planned.push_back({.track = track.track.number,
-                           .path = track.path,
+                           .path = track.wavPath,
                            .bytes = wavFileBytes(sampleBytes(track.track.sectorCount)),
-                           .existing = files.length(track.path)});
+                           .existing = files.length(track.wavPath)});
     std::vector<std::string> problems = sameFileProblems(planned);
     for (std::string& problem : longNameProblems(planned))
         problems.push_back(std::move(problem));
@@ -83,7 +122,10 @@ std::vector<std::string> problemsOf(const RipPlan& plan, platform::FileSystem& f
     const auto free = freeBytes(plan.folder);
     if (!free)
         return {base::describe(free.failure())};
-    if (auto problem = spaceProblem(plan.folder, bytesToCome(planned), *free))
+    const auto encoded = std::accumulate(plan.tracks.begin(), plan.tracks.end(), std::int64_t{0},
+                                         [](std::int64_t sum, const auto& track) { return sum + track.encodedBytes; });
+    const std::int64_t wavs = plan.wavsPileUp ? bytesToCome(planned) : largestToCome(planned);
+    if (auto problem = spaceProblem(plan.folder, wavs + encoded, *free))
         return {std::move(*problem)};
     if (const base::Status made = prepareFolder(plan.folder); !made)
         return {base::describe(made.failure())};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/result.h"
+#include "console/options.h"
 #include "console/rip_checks.h"
 #include "platform/discs.h"
 #include "platform/file_system.h"
@@ -16,19 +17,27 @@ namespace tonquay::console {
 struct PlannedTrack {
     std::int32_t row = 0; ///< in the program's list, from 0
     platform::DiscTrack track;
-    std::wstring path; ///< of its WAV file, in the program's form
+    std::wstring wavPath;    ///< in the program's form
+    std::string wavHostPath; ///< of the WAV file, which is not what the user asked for when it is encoded
+    std::wstring path;       ///< of the file that the user asked for
     std::string hostPath;
+    std::int64_t encodedBytes = 0; ///< of an encoded file, guessed; 0 when nothing is encoded
 };
 
 /// What a run is going to do, as the names and settings of the started program have it.
 struct RipPlan {
     std::string folder; ///< host path of the folder that the files go to
+    Format format = Format::wav;
+    bool wavsPileUp = false; ///< the WAV files of all tracks are there at one time
+    /// A title of one letter: its WAV file gets another name, by which a batch and a sweep would not find it. One track
+    /// at a time the run makes the same files.
+    bool oneByOne = false;
     std::vector<PlannedTrack> tracks;
 };
 
 /// `rows` are places in the disc's table, from 0.
-RipPlan makePlan(const std::vector<std::size_t>& rows, const platform::DiscTable& table, state::DiscInfo disc,
-                 const state::RipSettings& settings, platform::FileSystem& files);
+RipPlan makePlan(Format format, const std::vector<std::size_t>& rows, const platform::DiscTable& table,
+                 state::DiscInfo disc, const state::RipSettings& settings, platform::FileSystem& files);
 
 /// Files of the plan that the disc's own image is made of, by the sheet at `image` (empty for a drive): writing them
 /// would destroy the disc. One sentence each.

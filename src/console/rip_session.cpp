@@ -2,19 +2,27 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "console/wav_verdict.h"
-#include "platform/processes.h"
+#include "console/command_line.h"
+#include "console/encoded_verdict.h"
+#include "console/genre_byte.h"
+#include "console/judged_file.h"
+#include "console/run_host.h"
+#include "console/run_processes.h"
+#include "encode/commands.h"
 
 #include <algorithm>
 
 namespace tonquay::console {
 
-RipSession::RipSession(app::Program& program, platform::Platform platform, RipView& view, RipPlan plan)
+RipSession::RipSession(app::Program& program, platform::Platform platform, RunProcesses& processes, RunHost& host,
+                       RipView& view, RipPlan plan)
     : program_(program),
       platform_(platform),
+      processes_(processes),
+      host_(host),
       view_(view),
       plan_(std::move(plan)),
-      begun_(plan_.tracks.size())
+      records_(plan_.tracks.size())
 {
     for (std::size_t i = 0; i < plan_.tracks.size(); ++i)
         playSecondsTotal_ += playSecondsOf(i);
@@ -25,25 +33,39 @@ double RipSession::playSecondsOf(std::size_t planned) const
     return playSeconds(plan_.tracks[planned].track.sectorCount);
 }
 
-RunEnd RipSession::run(const std::string& format)
+RunEnd RipSession::run()
 {
     constexpr std::chrono::milliseconds progressInterval{200};
     state::RipdeckControls& main = program_.forms().ripdeck();
     started_ = platform_.clock.now();
+    begunAt_ = fileTimeNow(plan_.folder);
     view_.runBegins({.tracks = static_cast<int>(plan_.tracks.size()),
                      .playSeconds = playSecondsTotal_,
                      .folder = plan_.folder,
-                     .format = format});
+                     .format = std::string(formatName(plan_.format))});
     for (const PlannedTrack& track : plan_.tracks)
         main.list1.select(track.row, true);
 
-    const auto following = main.Label8.caption.follow(
-        [this](const std::wstring& number) { trackBegins(static_cast<std::int32_t>(base::val(number))); });
+    const auto number = main.Label8.caption.follow(
+        [this](const std::wstring& text) { trackBegins(static_cast<std::int32_t>(base::val(text))); });
+    // The WAV file may be gone when its encoder has ended.
+    const auto status = main.Label6[state::statusLabel].caption.follow([this](const std::wstring& text) {
+        if (text != L"Encoding")
+            return;
+        judgeWavInHand();
+        if (program_.state().settings.encodeSingle != 1)
+            trackLeavesHand();
+    });
+    program_.followEncoders([this](const encode::StartedEncoder& encoder) { encoderStarted(encoder); });
     const auto ticking = platform_.loop.every(progressInterval, [this] { showProgress(); });
     main.icntla[state::startButton].mouseDown(controls::MouseButton::left);
     main.icntla[state::startButton].mouseUp(controls::MouseButton::left);
-    trackEnds();
-    leaveOut();
+    trackLeavesHand();
+    platform::waitUntil(platform_.loop, [this] { return processes_.allEnded() && !program_.lateTags().pending(); });
+    encodingNow_.reset();
+    setGenres();
+    program_.followEncoders({});
+    tellRest();
     end_.taken = elapsed();
     view_.runEnds(end_);
     return end_;
@@ -55,64 +77,136 @@ void RipSession::trackBegins(std::int32_t number)
     const auto planned = std::ranges::find(plan_.tracks, number - 1, &PlannedTrack::row);
     if (planned == plan_.tracks.end())
         return;
-    trackEnds();
+    trackLeavesHand();
     inHand_ = static_cast<std::size_t>(planned - plan_.tracks.begin());
-    begun_[*inHand_] = true;
+    records_[*inHand_].begun = true;
     trackStarted_ = platform_.clock.now();
-    view_.trackBegins({.number = planned->track.number,
-                       .ordinal = static_cast<int>(std::ranges::count(begun_, true)),
-                       .title = program_.state().disc.trackTitles(number),
-                       .path = planned->hostPath,
-                       .playSeconds = playSecondsOf(*inHand_)});
+    view_.trackBegins(factsOf(*inHand_, static_cast<int>(std::ranges::count(records_, true, &TrackRecord::begun))));
 }
 
-void RipSession::trackEnds()
+void RipSession::trackLeavesHand()
 {
     if (!inHand_)
         return;
+    judgeWavInHand();
+    const std::size_t planned = *inHand_;
+    records_[planned].taken = platform_.clock.now() - trackStarted_;
+    playSecondsDone_ += playSecondsOf(planned);
+    inHand_.reset();
+    if (!encodes())
+        tell(planned, verdictOn(planned));
+}
+
+void RipSession::judgeWavInHand()
+{
+    if (!inHand_ || records_[*inHand_].wav)
+        return;
+    TrackRecord& record = records_[*inHand_];
     const PlannedTrack& planned = plan_.tracks[*inHand_];
-    TrackVerdict verdict{.number = planned.track.number,
-                         .path = planned.hostPath,
-                         .playSeconds = playSecondsOf(*inHand_),
-                         .taken = platform_.clock.now() - trackStarted_};
-    const std::string notRead = whyNotRead(planned);
-    const WavVerdict file = judgeWav(planned.hostPath, {.sampleBytes = sampleBytes(planned.track.sectorCount),
-                                                        .bytesRead = report_ ? report_->bytesDelivered : 0});
-    verdict.whole = file.whole && notRead.empty();
-    verdict.text = notRead.empty() ? file.text : notRead;
-    if (report_)
-        verdict.crc = report_->crc32;
+    record.wav = judgeWav(planned.wavHostPath, {.sampleBytes = sampleBytes(planned.track.sectorCount),
+                                                .bytesRead = record.report ? record.report->bytesDelivered : 0});
+    if (std::string text = whyNotRead(record, planned.row); !text.empty())
+        record.wav = WavVerdict{false, std::move(text)};
+}
+
+void RipSession::encoderStarted(const encode::StartedEncoder& encoder)
+{
+    const auto planned = std::ranges::find(plan_.tracks, encoder.row, &PlannedTrack::row);
+    if (planned == plan_.tracks.end())
+        return;
+    const auto index = static_cast<std::size_t>(planned - plan_.tracks.begin());
+    records_[index].encoder = encoder.child;
+    if (inHand_)
+        return;
+    encodingNow_ = index;
+    view_.encodingBegins(factsOf(index, static_cast<int>(encodersStarted())));
+}
+
+std::ptrdiff_t RipSession::encodersStarted() const
+{
+    return std::ranges::count_if(records_, [](const TrackRecord& record) { return record.encoder.has_value(); });
+}
+
+TrackFacts RipSession::factsOf(std::size_t planned, int ordinal) const
+{
+    const PlannedTrack& track = plan_.tracks[planned];
+    return {.number = track.track.number,
+            .ordinal = ordinal,
+            .title = program_.state().disc.trackTitles(track.row + 1),
+            .path = track.hostPath,
+            .playSeconds = playSecondsOf(planned)};
+}
+
+void RipSession::setGenres()
+{
+    const auto genre = genreNumber(program_.state().disc.discGenre);
+    if (plan_.format != Format::mp3 || !genre)
+        return;
+    for (std::size_t i = 0; i < records_.size(); ++i)
+        // Of an encoder that was never started an older file of the user's may stand there.
+        if (records_[i].encoder.value_or(0) != 0)
+            passOver(platform_.log, setGenreByte(platform_.files, plan_.tracks[i].path, *genre), "Set the genre");
+}
+
+TrackVerdict RipSession::verdictOn(std::size_t planned)
+{
+    const TrackRecord& record = records_[planned];
+    const PlannedTrack& track = plan_.tracks[planned];
+    TrackVerdict verdict{.number = track.track.number,
+                         .path = track.hostPath,
+                         .playSeconds = playSecondsOf(planned),
+                         .taken = record.taken};
+    if (record.report)
+        verdict.crc = record.report->crc32;
+    verdict.whole = record.wav && record.wav->whole;
+    verdict.text = record.wav ? record.wav->text : "unfinished";
+    if (!verdict.whole || !encodes())
+        return verdict;
+
+    const state::RipSettings& settings = program_.state().settings;
+    if (!encode::takesWholeBatch(settings) || settings.encodeSingle == 1) {
+        const auto code = record.encoder ? processes_.exitCode(*record.encoder) : std::nullopt;
+        verdict.text = whyNotEncoded(record, code, track.wavHostPath);
+        verdict.whole = verdict.text.empty();
+    }
+    if (verdict.whole) {
+        const EncodedVerdict file = judgeEncoded(track.hostPath, expectationOf(planned),
+                                                 [this](const std::string& path) { return host_.readTags(path); });
+        verdict.whole = file.whole;
+        verdict.text = file.text;
+    }
+    return verdict;
+}
+
+EncodedExpectation RipSession::expectationOf(std::size_t planned) const
+{
+    const state::AppState& state = program_.state();
+    const std::int32_t number = plan_.tracks[planned].row + 1;
+    return {.format = plan_.format,
+            .playSeconds = playSecondsOf(planned),
+            .runBegan = begunAt_,
+            .title = state.disc.trackTitles(number),
+            .track = number,
+            .tagged = plan_.format == Format::mp3 || !encode::hasOwnSwitches(state.settings)};
+}
+
+void RipSession::tell(std::size_t planned, const TrackVerdict& verdict)
+{
+    records_[planned].told = true;
     ++(verdict.whole ? end_.whole : end_.broken);
     if (verdict.whole)
         end_.playSeconds += verdict.playSeconds;
-    playSecondsDone_ += verdict.playSeconds;
-    inHand_.reset();
-    report_.reset();
-    problem_.clear();
     view_.trackEnds(verdict);
 }
 
-std::string RipSession::whyNotRead(const PlannedTrack& planned) const
+/// The verdicts that are still to come, then the tracks that were not begun.
+void RipSession::tellRest()
 {
-    using End = platform::DecodeReport::End;
-    std::string otherwise = problem_.empty() ? "it could not be opened for reading" : problem_;
-    if (!report_ || report_->track != planned.row)
-        return otherwise;
-    switch (report_->end) {
-    case End::complete: return problem_;
-    case End::unreadable:
-        return "sector " + std::to_string(report_->firstBadSector) +
-               " cannot be read; clean the disc or try another drive";
-    case End::gone: return "the disc was taken out";
-    case End::stopped: return otherwise;
-    }
-    return otherwise;
-}
-
-void RipSession::leaveOut()
-{
-    for (std::size_t i = 0; i < plan_.tracks.size(); ++i) {
-        if (begun_[i])
+    for (std::size_t i = 0; i < records_.size(); ++i)
+        if (records_[i].begun && !records_[i].told)
+            tell(i, verdictOn(i));
+    for (std::size_t i = 0; i < records_.size(); ++i) {
+        if (records_[i].begun)
             continue;
         ++end_.left;
         view_.trackIsLeftOut(
@@ -126,31 +220,54 @@ void RipSession::leaveOut()
 void RipSession::breakOff(const std::string& why)
 {
     if (inHand_) {
-        const PlannedTrack& planned = plan_.tracks[*inHand_];
-        ++end_.broken;
-        view_.trackEnds({.number = planned.track.number,
-                         .path = planned.hostPath,
-                         .taken = platform_.clock.now() - trackStarted_,
-                         .text = "unfinished: " + why});
+        TrackRecord& record = records_[*inHand_];
+        record.taken = platform_.clock.now() - trackStarted_;
+        // In the middle of its encoding the WAV file was judged already.
+        if (!record.wav)
+            record.wav = WavVerdict{false, "unfinished: " + why};
+        inHand_.reset();
     }
-    leaveOut();
+    tellRest();
     end_.taken = elapsed();
     view_.runEnds(end_);
 }
 
+void RipSession::noteProblem(std::string text)
+{
+    if (inHand_)
+        records_[*inHand_].problem = std::move(text);
+}
+
+void RipSession::decodeEnded(const platform::DecodeReport& report)
+{
+    if (inHand_)
+        records_[*inHand_].report = report;
+}
+
 void RipSession::showProgress()
 {
-    if (!inHand_)
+    if (!inHand_ && !encodingNow_)
         return;
     const controls::Slider& position = program_.forms().cdrip1().SliderPosition;
     RunProgress progress;
     progress.trackPart = static_cast<double>(position.value()) / position.max();
-    progress.playSecondsRead = playSecondsDone_ + progress.trackPart * playSecondsOf(*inHand_);
+    progress.playSecondsRead = playSecondsDone_ + (inHand_ ? progress.trackPart * playSecondsOf(*inHand_) : 0);
     progress.totalPart = playSecondsTotal_ > 0 ? progress.playSecondsRead / playSecondsTotal_ : 0;
+    // A batch is read whole, then encoded: half of the way each.
+    if (encodes() && program_.state().settings.encodeSingle == 0)
+        progress.totalPart = (progress.totalPart + encodedPart()) / 2;
     progress.elapsed = elapsed();
-    if (program_.state().flags.encodeBusy == 1)
+    // Not encodeBusy: beside encoders in the background the next track is being read.
+    const bool encoding = program_.forms().ripdeck().Label6[state::statusLabel].caption.get() == L"Encoding";
+    if (encoding || !inHand_)
         progress.activity = RunProgress::Activity::encoding;
     view_.progress(progress);
+}
+
+double RipSession::encodedPart() const
+{
+    const std::ptrdiff_t started = encodersStarted();
+    return started == 0 ? 0 : static_cast<double>(started - 1) / static_cast<double>(records_.size());
 }
 
 Seconds RipSession::elapsed() const
@@ -166,6 +283,7 @@ void RipSession::interrupt()
         program_.forms().ripdeck().icntla[state::stopButton].mouseUp(controls::MouseButton::left);
         return;
     }
+    host_.endChildren();
     breakOff("the run was broken off");
     platform_.processes.endProgram(incomplete);
 }

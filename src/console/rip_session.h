@@ -1,8 +1,10 @@
 #pragma once
 
 #include "app/program.h"
+#include "console/encoded_verdict.h"
 #include "console/rip_plan.h"
 #include "console/rip_view.h"
+#include "console/track_record.h"
 #include "platform/clock.h"
 #include "platform/decode_report.h"
 #include "platform/event_loop.h"
@@ -13,49 +15,66 @@
 
 namespace tonquay::console {
 
+class RunHost;
+class RunProcesses;
+
 /// Carries out a planned run on a started program, by pressing its keys, and tells a view what happens: it watches the
-/// main window's displays as a person does, and judges each file when its track is done.
+/// main window's displays as a person does. A WAV file is judged when its track is done, encoded files when the last
+/// encoder has ended and all tags are written.
 class RipSession {
 public:
-    RipSession(app::Program& program, platform::Platform platform, RipView& view, RipPlan plan);
+    RipSession(app::Program& program, platform::Platform platform, RunProcesses& processes, RunHost& host,
+               RipView& view, RipPlan plan);
 
-    /// Selects the planned rows, presses Start, and returns when the run is over. `format` as shown, "wav".
-    RunEnd run(const std::string& format);
+    /// Selects the planned rows, presses Start, and returns when the run is over.
+    RunEnd run();
 
-    /// Ctrl-C. The first one stops the run after the track in hand; the second one breaks it off and ends the program.
+    /// Ctrl-C. The first one stops the run after the track in hand; the second one ends the encoders, breaks the run
+    /// off and ends the program.
     void interrupt();
 
-    /// Tells the view of every track that has no whole file, since the program is about to end; `why` for the one in
-    /// hand.
+    /// Tells the view of every track that has no whole file, since the program is about to end; `why` for the
+    /// unfinished ones.
     void breakOff(const std::string& why);
 
     /// What went wrong last, for the verdict on the track in hand.
-    void noteProblem(std::string text) { problem_ = std::move(text); }
+    void noteProblem(std::string text);
 
-    void decodeEnded(const platform::DecodeReport& report) { report_ = report; }
+    void decodeEnded(const platform::DecodeReport& report);
 
 private:
     void trackBegins(std::int32_t number);
-    void trackEnds();
-    void leaveOut();
+    void trackLeavesHand();
+    void judgeWavInHand();
+    void encoderStarted(const encode::StartedEncoder& encoder);
+    std::ptrdiff_t encodersStarted() const;
+    double encodedPart() const;
+    TrackFacts factsOf(std::size_t planned, int ordinal) const;
+    void setGenres();
+    TrackVerdict verdictOn(std::size_t planned);
+    EncodedExpectation expectationOf(std::size_t planned) const;
+    void tell(std::size_t planned, const TrackVerdict& verdict);
+    void tellRest();
     void showProgress();
-    std::string whyNotRead(const PlannedTrack& planned) const;
+    bool encodes() const { return plan_.format != Format::wav; }
     Seconds elapsed() const;
     double playSecondsOf(std::size_t planned) const;
 
     app::Program& program_;
     platform::Platform platform_;
+    RunProcesses& processes_;
+    RunHost& host_;
     RipView& view_;
     RipPlan plan_;
     RunEnd end_;
-    std::optional<std::size_t> inHand_; ///< index into the plan
-    std::vector<bool> begun_;
+    std::optional<std::size_t> inHand_;      ///< the track that is read, as index into the plan
+    std::optional<std::size_t> encodingNow_; ///< the one whose encoder was started last while none was read
+    std::vector<TrackRecord> records_;       ///< one for each track of the plan
     double playSecondsDone_ = 0;
     double playSecondsTotal_ = 0;
-    std::optional<platform::DecodeReport> report_;
-    std::string problem_;
     platform::Clock::Monotonic started_;
     platform::Clock::Monotonic trackStarted_;
+    platform::Clock::Wall begunAt_; ///< by the clock of the output folder
     bool interrupted_ = false;
 };
 

@@ -3,6 +3,10 @@
 #include "base/text.h"
 #include "console/command_line.h"
 
+#include <fmt/format.h>
+
+#include <utility>
+
 namespace tonquay::console {
 
 namespace {
@@ -12,6 +16,43 @@ void take(std::int16_t& field, const std::optional<Choice>& choice)
 {
     if (choice)
         field = static_cast<std::int16_t>(*choice);
+}
+
+void takeSchedule(state::RipSettings& settings, const std::optional<Schedule>& schedule)
+{
+    if (schedule) {
+        settings.encodeSingle = *schedule == Schedule::batch ? 0 : 1;
+        settings.turboMode = *schedule == Schedule::turbo ? 1 : 0;
+    } else if (settings.encodeSingle != 1) {
+        settings.turboMode = 0;
+    }
+}
+
+void takeBitrate(state::RipSettings& settings, const RipOptions& options, Format format)
+{
+    // This setting is how the MP3 encoder is asked for a variable bitrate; the rate beside it is the floor then.
+    settings.highPriority = options.vbrQuality ? 1 : 0;
+    settings.vbrQuality = static_cast<std::int16_t>(options.vbrQuality.value_or(settings.vbrQuality));
+    if (options.bitrate)
+        settings.bitrateIndex = bitrateIndex(*options.bitrate, format);
+    else if (options.vbrQuality)
+        settings.bitrateIndex = 0;
+}
+
+/// What is wrong with options that each are right by themselves, once the format is known; empty when nothing is.
+std::string problemWith(Format format, const RipOptions& options)
+{
+    if (std::string missing = whyNotAvailable(format); !missing.empty())
+        return missing;
+    if (options.bitrate && format != Format::wav && !bitrateFits(*options.bitrate, format))
+        return fmt::format("--bitrate: {} does not fit the format {}", *options.bitrate, formatName(format));
+    if (format == Format::mp3)
+        return {};
+    for (const auto& [name, given] : {std::pair{"--vbr", options.vbrQuality.has_value()},
+                                      std::pair{"--mono", options.mono}, std::pair{"--crc", options.crc}})
+        if (given)
+            return fmt::format("{}: only --format mp3 has this", name);
+    return {};
 }
 
 }
@@ -28,15 +69,15 @@ Format formatOf(const state::RipSettings& saved, const RipOptions& options)
 }
 
 base::Result<state::RipSettings> settingsForRun(const state::RipSettings& saved, const RipOptions& options,
-                                                const std::wstring& output)
+                                                const RunPlaces& places)
 {
     const Format format = formatOf(saved, options);
-    if (std::string missing = whyNotAvailable(format); !missing.empty())
-        return base::Failure{base::Failure::Kind::unavailable, "rip", std::move(missing)};
+    if (std::string problem = problemWith(format, options); !problem.empty())
+        return base::Failure{base::Failure::Kind::invalid, "rip", std::move(problem)};
 
     state::RipSettings settings = saved;
-    if (!output.empty())
-        settings.outputFolder = output;
+    if (!places.output.empty())
+        settings.outputFolder = places.output;
     take(settings.nameFormat, options.names);
     take(settings.dirMode, options.folders);
     settings.ripMethod = static_cast<std::int16_t>(options.method);
@@ -44,13 +85,16 @@ base::Result<state::RipSettings> settingsForRun(const state::RipSettings& saved,
     settings.autoClose = 0;
     settings.autoSelectAll = 0;
     settings.minimizeWhileEncoding = 0;
-    settings.encodeWanted = 0;
     settings.ripToWma = 0;
-    settings.deleteWav = 0;
-    settings.encodeSingle = 0;
-    settings.turboMode = 0;
-    // An empty path would have start-up look for an encoder and want it used.
-    settings.encoderPath = L"C:\\CDTONQUAY\\lame.exe";
+    settings.encoderPath = places.encoder;
+    settings.encoderCmdLine = base::fromHostBytes(options.encoderOptions.value_or(""));
+    settings.encoderFileExt.clear();
+    settings.encodeWanted = format == Format::wav ? 0 : 1;
+    settings.deleteWav = format == Format::wav || options.keepWav ? 0 : 1;
+    settings.crcCheck = options.crc ? 1 : 0;
+    settings.stereo = options.mono ? 0 : 1;
+    takeSchedule(settings, options.schedule);
+    takeBitrate(settings, options, format);
     return settings;
 }
 

@@ -58,13 +58,16 @@ struct RunEnd {
     Seconds taken{0};
 };
 
-/// Shows a run. Called in the order run, (track, progress..., verdict)..., left out..., end, from one thread. A view
+/// Shows a run. Called in the order run, then track, encoding, progress and verdict
+/// in any number and mixture, a track's verdict after its beginning, then left out..., end, from one thread. A view
 /// depends on what it is told and on the screen only: it asks no clock.
 class RipView {
 public:
     virtual ~RipView() = default;
     virtual void runBegins(const RunFacts& run) = 0;
     virtual void trackBegins(const TrackFacts& track) = 0;
+    /// The encoder of a track that was read before was started; no track is being read.
+    virtual void encodingBegins(const TrackFacts& track) = 0;
     /// May be called as often as there is news; a view shows what people can follow.
     virtual void progress(const RunProgress& progress) = 0;
     virtual void trackEnds(const TrackVerdict& verdict) = 0;

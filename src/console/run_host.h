@@ -32,6 +32,10 @@ public:
     /// Which of those programs there are. After open().
     virtual platform::MachinePrograms programs() = 0;
 
+    /// Puts a link to a program of the user's into the run's program folder, under `name`, and answers its path there
+    /// in the program's form. After open().
+    virtual base::Result<std::wstring> linkEncoder(const std::string& program, const std::string& name) = 0;
+
     /// Ends the encoders that the run has started and that still live, and what they have started. Takes a second at
     /// most; files that they were writing stay unfinished. After open().
     virtual void endChildren() = 0;

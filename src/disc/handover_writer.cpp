@@ -84,6 +84,16 @@ std::wstring cleaned(std::wstring_view name)
     return cut(std::wstring(base::trim(kept)), bytesOfNote);
 }
 
+/// Encoders get these between double quotes: a backslash before the closing one would make it a plain character, and
+/// the text would go on into the switches behind it. File names lose every backslash anyhow.
+std::wstring cleanedNote(std::wstring_view note)
+{
+    std::wstring kept = cleaned(note);
+    while (kept.ends_with(L'\\') || kept.ends_with(L' '))
+        kept.pop_back();
+    return kept;
+}
+
 /// The field as it travels; the reader turns it back.
 std::wstring mapped(std::wstring_view text)
 {
@@ -95,9 +105,9 @@ platform::DiscNames clean(const platform::DiscTable& table)
     const platform::DiscNames& names = table.names;
     platform::DiscNames result{.artist = cleaned(names.artist),
                                .album = cleaned(names.album),
-                               .year = cleaned(names.year),
-                               .genre = cleaned(names.genre),
-                               .comment = cleaned(names.comment),
+                               .year = cleanedNote(names.year),
+                               .genre = cleanedNote(names.genre),
+                               .comment = cleanedNote(names.comment),
                                .titles = {}};
     result.titles.resize(std::min(table.tracks.size(), titleFields));
     for (std::size_t i = 0; i < std::min(result.titles.size(), names.titles.size()); ++i)

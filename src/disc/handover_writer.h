@@ -25,6 +25,8 @@ struct HandOver {
 ///   as a hyphen: it mostly stands between a title and its subtitle, where a comma would read wrong.
 /// - A double quote becomes an apostrophe. Control characters, line separators, marks that turn the direction of
 ///   writing, and what is no character at all are dropped. Blanks at both ends go.
+/// - A year, genre or comment loses the backslashes at its end, which would swallow the quote that ends it in an
+///   encoder's command.
 /// - A name of which a file name would keep dots only ("..", "../") is dropped: it would lead out of the output folder.
 /// - A name is cut so that every form of file name made of artist, album and title stays under the 255 bytes that a
 ///   file name may have; short names beside it leave it more room.

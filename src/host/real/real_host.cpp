@@ -131,6 +131,14 @@ const platform::MachinePrograms& RealHost::programs() const
     return services_->programs;
 }
 
+base::Result<std::string> RealHost::linkEncoder(const std::string& program, const std::string& name)
+{
+    const std::optional<PrivateFolder>& folder = services_->privateFolder;
+    if (!folder)
+        return base::Failure{base::Failure::Kind::refused, program, "only a private program folder takes links"};
+    return ProgramFolder({.folder = folder->path(), .searchPath = {}, .oggTool = {}}).linkEncoder(program, name);
+}
+
 void RealHost::endChildren()
 {
     services_->processes.endChildren();

@@ -48,6 +48,9 @@ public:
     /// What a private program folder leads to; a folder that was given is prepared by whoever gave it. After open().
     const platform::MachinePrograms& programs() const;
 
+    /// Links a program of the user's into a private program folder (ProgramFolder::linkEncoder). After open().
+    base::Result<std::string> linkEncoder(const std::string& program, const std::string& name);
+
     /// Ends the programs that were started through the platform and that still live, within a second. After open().
     void endChildren();
 

@@ -102,6 +102,17 @@ platform::MachinePrograms ProgramFolder::refresh() const
             refreshOggTool("vorbiscomment", {"vorbiscomment.exe"})};
 }
 
+base::Result<std::string> ProgramFolder::linkEncoder(const std::string& program, const std::string& name) const
+{
+    const std::string folder = settings_.folder + "/encoder";
+    if (const Status made = makeFolder(folder); !made)
+        return made.failure();
+    std::string link = folder + '/' + name;
+    if (const Status made = withTarget(link, program); !made)
+        return made.failure();
+    return link;
+}
+
 Status ProgramFolder::refreshLame() const
 {
     const std::string link = settings_.folder + "/lame.exe";

@@ -25,6 +25,10 @@ public:
     /// Puts the links right, as often as asked. What one link fails of costs the others nothing.
     platform::MachinePrograms refresh() const;
 
+    /// Puts a link to one more program into the folder `encoder`, under `name`, and answers the link's host path. A
+    /// link of that name is replaced. The program folder is there already.
+    base::Result<std::string> linkEncoder(const std::string& program, const std::string& name) const;
+
 private:
     base::Status refreshLame() const;
     base::Status refreshOggTool(const std::string& program, std::initializer_list<const char*> names) const;

@@ -1,0 +1,152 @@
+#include "console/encoder_choice.h"
+
+#include "base/text.h"
+#include "console/command_line.h"
+#include "encode/encoder_kind.h"
+#include "platform/clock.h"
+#include "platform/event_loop.h"
+#include "platform/file_system.h"
+#include "platform/processes.h"
+
+#include <fmt/format.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+#include <unistd.h>
+
+namespace tonquay::console {
+
+namespace {
+
+namespace fs = std::filesystem;
+using base::Failure;
+
+constexpr std::wstring_view lamePath = L"C:\\CDTONQUAY\\lame.exe";
+constexpr std::wstring_view oggencPath = L"C:\\CDTONQUAY\\oggtools\\oggenc.exe";
+
+bool isProgram(const fs::path& path)
+{
+    std::error_code ignored;
+    return fs::is_regular_file(path, ignored) && ::access(path.c_str(), X_OK) == 0;
+}
+
+/// The host path of a program that the user named; a bare name is looked for as the shell does.
+base::Result<std::string> findAsked(const std::string& asked)
+{
+    if (asked.find('/') != std::string::npos) {
+        std::error_code error;
+        const fs::path path = fs::absolute(asked, error);
+        if (error || !fs::exists(path, error))
+            return Failure{Failure::Kind::notFound, "--encoder", asked + ": there is no such file"};
+        if (!isProgram(path))
+            return Failure{Failure::Kind::invalid, "--encoder", asked + ": this is no program that you may run"};
+        return path.lexically_normal().string();
+    }
+    const char* variable = std::getenv("PATH");
+    for (std::string_view rest = variable ? variable : ""; !rest.empty();) {
+        const std::size_t end = std::min(rest.find(':'), rest.size());
+        const fs::path path = fs::path(rest.substr(0, end)) / asked;
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+        if (path.is_absolute() && isProgram(path))
+            return path.string();
+    }
+    return Failure{Failure::Kind::notFound, "--encoder", asked + ": no program of this name is on PATH"};
+}
+
+/// The name under which a program is linked: its own, with what could part a command text or a path taken out.
+std::string linkName(const std::string& path)
+{
+    std::string name = fs::path(path).filename().string();
+    for (char& c : name)
+        if ((c < 'a' || c > 'z') && (c < 'A' || c > 'Z') && (c < '0' || c > '9') && c != '.' && c != '-')
+            c = '_';
+    return name;
+}
+
+std::optional<std::string> remarkOnFolder(const std::string& path, const std::string& name)
+{
+    const std::wstring whole = base::fromHostBytes(path);
+    const std::wstring own = base::fromHostBytes(name);
+    const bool misleads = encode::encoderKind(whole) != encode::encoderKind(own) ||
+                          encode::pathNames(whole, L"OGG") != encode::pathNames(own, L"OGG") ||
+                          encode::pathNames(whole, L"LAME") != encode::pathNames(own, L"LAME");
+    if (!misleads)
+        return std::nullopt;
+    return fmt::format("--encoder: {}: a folder in this path looks like another encoder; the program is taken by its "
+                       "own name, {}",
+                       path, name);
+}
+
+/// Only programs that are known to answer such a question are asked.
+bool answersVersion(std::wstring_view path)
+{
+    const encode::EncoderKind kind = encode::encoderKind(path);
+    return kind == encode::EncoderKind::lame || kind == encode::EncoderKind::oggenc;
+}
+
+base::Status tryStart(const std::wstring& encoder, platform::Platform& platform)
+{
+    constexpr std::chrono::seconds patience{5};
+    if (!answersVersion(encoder))
+        return {};
+    const auto child = platform.processes.start(encoder + L" --version", platform::Processes::WindowStyle::normal);
+    if (!child)
+        return child.failure();
+    const auto limit = platform.clock.now() + patience;
+    std::optional<int> code;
+    platform::waitUntil(platform.loop, [&] {
+        code = platform.processes.exitCode(*child);
+        return code || platform.clock.now() > limit;
+    });
+    if (code.value_or(0) != 0)
+        return Failure{Failure::Kind::unavailable, platform.files.hostPath(encoder),
+                       fmt::format("the encoder does not start: asked for its version it ends with status {}", *code)};
+    return {};
+}
+
+base::Status isInstalled(Format format, const platform::MachinePrograms& programs)
+{
+    const bool ogg = format == Format::ogg;
+    const base::Status& status = ogg ? programs.oggenc : programs.lame;
+    if (status || status.failure().kind != Failure::Kind::notFound)
+        return status;
+    return Failure{Failure::Kind::notFound, ogg ? "oggenc" : "lame",
+                   fmt::format("there is no such encoder on PATH; install the package {}, or name another one with "
+                               "--encoder",
+                               ogg ? "vorbis-tools" : "lame")};
+}
+
+}
+
+base::Result<EncoderChoice> chooseEncoder(Format format, const std::optional<std::string>& asked, RunHost& host,
+                                          platform::Platform& platform)
+{
+    EncoderChoice choice{std::wstring(format == Format::ogg ? oggencPath : lamePath)};
+    if (format == Format::wav)
+        return choice;
+    if (asked) {
+        const base::Result<std::string> found = findAsked(*asked);
+        if (!found)
+            return found.failure();
+        const std::string name = linkName(*found);
+        const bool makesOgg = encode::pathNames(base::fromHostBytes(name), L"OGG");
+        if (makesOgg != (format == Format::ogg))
+            return Failure{Failure::Kind::invalid, "--encoder",
+                           makesOgg ? *found + ": makes Ogg files; use --format ogg"
+                                    : *found + ": the name of an Ogg encoder holds \"ogg\"; use --format mp3"};
+        const base::Result<std::wstring> linked = host.linkEncoder(*found, name);
+        if (!linked)
+            return linked.failure();
+        choice = {*linked, remarkOnFolder(*found, name)};
+    } else if (const base::Status installed = isInstalled(format, host.programs()); !installed) {
+        return installed.failure();
+    }
+    if (const base::Status starts = tryStart(choice.path, platform); !starts)
+        return starts.failure();
+    return choice;
+}
+
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "console/rip_view.h"
+#include "console/wav_verdict.h"
+#include "platform/decode_report.h"
+#include "platform/processes.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tonquay::console {
+
+/// What was seen of one track in a run.
+struct TrackRecord {
+    bool begun = false;
+    bool told = false; ///< its verdict was told
+    Seconds taken{0};
+    std::optional<platform::DecodeReport> report{};      ///< of its reading
+    std::string problem{};                               ///< what went wrong last while it was in hand
+    std::optional<WavVerdict> wav{};                     ///< from when its WAV file was done
+    std::optional<platform::Processes::Child> encoder{}; ///< 0: could not be started; nothing: none was
+};
+
+/// Why the track in `row` of the list could not be read whole, one sentence; empty when it was.
+std::string whyNotRead(const TrackRecord& record, std::int32_t row);
+
+/// Why its encoder has not done its work, by how it was started and ended; empty when it ended well. `code` is its
+/// exit code, nothing while it lives.
+std::string whyNotEncoded(const TrackRecord& record, std::optional<int> code, const std::string& wavPath);
+
+}
