@@ -50,6 +50,10 @@ struct World {
             base::Result<platform::Platform> open(RunListener) override { return world.host.platform(); }
             platform::MachinePrograms programs() override { return {}; }
             void endChildren() override {}
+            base::Result<std::wstring> linkEncoder(const std::string&, const std::string&) override
+            {
+                return std::wstring(L"C:\\CDTONQUAY\\encoder\\lame");
+            }
             std::string savedSettingsFolder() override { return world.host.files.hostPath(L"C:\\SAVED"); }
             std::string musicFolder() override { return {}; }
             base::Result<platform::FileTags> readTags(const std::string& path) override
@@ -278,7 +282,12 @@ TEST(Rip, refusesWhatItCannotDoBeforeAnythingIsWritten)
         {"a data track", {"--tracks", "3"}, "3"},
         {"a track that is not there", {"--tracks", "9"}, "9"},
         {"a title for a track that is not there", {"--title", "9=Night"}, "9"},
-        {"the default format of a user without settings", {}, "not available yet"},
+        {"the default format without its encoder", {"--output", "/out"}, "lame.exe"},
+        {"an encoder that is no program", {"--encoder", "/etc/passwd"}, "/etc/passwd: this is no program"},
+        {"an encoder that is not there", {"--encoder", "no such encoder"}, "no program of this name"},
+        {"an encoder of the other format", {"-f", "ogg", "--encoder", "/bin/true"}, "holds \"ogg\""},
+        {"variable bitrate for Ogg", {"-f", "ogg", "--vbr", "3"}, "--vbr: only --format mp3"},
+        {"a rate as an Ogg quality", {"-f", "ogg", "-b", "128"}, "128 does not fit the format ogg"},
         {"no output folder at all", {"--format", "wav"}, "--output"},
     };
     for (const Case& c : cases) {
