@@ -106,7 +106,6 @@ void AutomaticTagger::keepForDisc()
 
 void AutomaticTagger::tagFiles()
 {
-    // Kept, since the report waits, and a run that ends meanwhile opens the tagger for itself.
     const bool ofRun = state_.flags.autoTagMode == tagRun;
     state_.flags.autoTagBusy = 1;
     const std::int32_t tagged = tagTracks(ofRun);
