@@ -6,6 +6,7 @@
 namespace tonquay::platform {
 
 /// Small settings that belong to the user and not to the program folder: one text by section and key.
+/// Sections and keys are the same in any case.
 class SettingsStore {
 public:
     virtual ~SettingsStore() = default;

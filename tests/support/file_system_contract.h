@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// What every FileSystem must do, run on the fake one and on the real one, so that the fake does not drift.
 ///
@@ -27,6 +28,19 @@ protected:
     {
         const auto bytes = files().readAll(path);
         return bytes ? *bytes : "(none)";
+    }
+
+    /// What a read of `count` bytes gives.
+    static std::string readFrom(platform::BinaryFile& file, std::size_t count)
+    {
+        std::vector<std::byte> bytes(count);
+        const auto read = file.read(bytes);
+        if (!read)
+            return "(failed)";
+        std::string text;
+        for (const std::byte byte : std::span(bytes).first(*read))
+            text.push_back(static_cast<char>(byte));
+        return text;
     }
 
     static std::span<const std::byte> bytesOf(std::string_view text) { return std::as_bytes(std::span(text)); }
@@ -115,6 +129,7 @@ TYPED_TEST_P(FileSystemContract, aDiscShowsItsTracksAndNothingBehindThem)
     EXPECT_FALSE(files.readAll(L"D:\\track01.cda"));
     EXPECT_FALSE(files.writeWhole(L"D:\\new.txt", "x"));
     EXPECT_FALSE(files.openBinary(L"D:\\track01.cda"));
+    EXPECT_FALSE(files.openForReading(L"D:\\track01.cda"));
     this->world_.insertDisc(L'D', 0);
     EXPECT_FALSE(files.fileExists(L"D:\\track01.cda"));
 }
@@ -141,6 +156,7 @@ TYPED_TEST_P(FileSystemContract, whatIsNoPathIsNeverThere)
     for (const auto& c : cases) {
         EXPECT_FALSE(files.fileExists(c.path)) << c.what;
         EXPECT_FALSE(files.readAll(c.path)) << c.what;
+        EXPECT_FALSE(files.openForReading(c.path)) << c.what;
         EXPECT_FALSE(files.remove(c.path)) << c.what;
         EXPECT_FALSE(files.rename(c.path, L"b")) << c.what;
         EXPECT_FALSE(files.copy(c.path, L"b")) << c.what;
@@ -190,6 +206,48 @@ TYPED_TEST_P(FileSystemContract, aBinaryFileWritesInPlaceAndCutsNothingOff)
     EXPECT_EQ(this->contents(L"new.wav"), "left open") << "destroying it closes it";
 }
 
+TYPED_TEST_P(FileSystemContract, aBinaryFileReadsAtTheSamePlaceThatItWritesTo)
+{
+    auto& files = this->files();
+    this->put(L"f", "0123456789");
+    auto file = files.openBinary(L"f");
+    ASSERT_TRUE(file);
+    EXPECT_EQ(this->readFrom(**file, 3), "012");
+    EXPECT_TRUE((*file)->write(this->bytesOf("ABC")));
+    EXPECT_EQ(this->readFrom(**file, 2), "67");
+    EXPECT_EQ(this->contents(L"f"), "012ABC6789");
+    EXPECT_TRUE((*file)->seek(2));
+    EXPECT_EQ(this->readFrom(**file, 100), "2ABC6789") << "up to the end";
+    EXPECT_EQ(this->readFrom(**file, 1), "") << "at the end";
+    EXPECT_TRUE((*file)->write(this->bytesOf("!")));
+    EXPECT_TRUE((*file)->seek(10));
+    EXPECT_EQ(this->readFrom(**file, 1), "!");
+    EXPECT_TRUE((*file)->seek(1000));
+    EXPECT_EQ(this->readFrom(**file, 1), "") << "behind the end";
+    EXPECT_TRUE((*file)->seek(0));
+    EXPECT_EQ(this->readFrom(**file, 0), "");
+    EXPECT_EQ(this->readFrom(**file, 1), "0");
+    EXPECT_TRUE((*file)->close());
+    EXPECT_EQ(this->contents(L"f"), "012ABC6789!");
+}
+
+TYPED_TEST_P(FileSystemContract, aFileOpenForReadingCannotBeChanged)
+{
+    auto& files = this->files();
+    this->put(L"f", "old");
+    this->world_.makeReadOnly(L"f");
+    auto file = files.openForReading(L"F");
+    ASSERT_TRUE(file);
+    EXPECT_EQ(this->readFrom(**file, 2), "ol");
+    const bool written = static_cast<bool>((*file)->write(this->bytesOf("x")));
+    const bool closed = static_cast<bool>((*file)->close());
+    EXPECT_FALSE(written && closed) << "said by the call itself or by the next one";
+    EXPECT_EQ(this->contents(L"f"), "old");
+    EXPECT_FALSE(files.writeWhole(L"f", "new")) << "it is still read-only";
+    EXPECT_EQ(files.openForReading(L"none").failure().kind, base::Failure::Kind::notFound);
+    EXPECT_FALSE(files.fileExists(L"none"));
+}
+
 TYPED_TEST_P(FileSystemContract, readOnlyFilesChangeOnlyAfterTheirAttributesWereCleared)
 {
     auto& files = this->files();
@@ -209,7 +267,14 @@ TYPED_TEST_P(FileSystemContract, readOnlyFilesChangeOnlyAfterTheirAttributesWere
 
     EXPECT_TRUE(files.writeWhole(L"a", "new"));
     EXPECT_TRUE(files.writeWhole(L"a", "newer")) << "it stays writable";
-    EXPECT_TRUE(files.openBinary(L"b"));
+    {
+        auto file = files.openBinary(L"b");
+        ASSERT_TRUE(file);
+        EXPECT_EQ(this->readFrom(**file, 3), "old");
+        EXPECT_TRUE((*file)->write(this->bytesOf("er")));
+        EXPECT_TRUE((*file)->close());
+        EXPECT_EQ(this->contents(L"b"), "older");
+    }
     EXPECT_TRUE(files.writeWhole(L"b", "new")) << "it stays writable";
     EXPECT_TRUE(files.remove(L"c"));
     EXPECT_TRUE(files.rename(L"d", L"moved")) << "a read-only file can be renamed";
@@ -287,8 +352,8 @@ REGISTER_TYPED_TEST_SUITE_P(FileSystemContract, namesMatchWithoutRegardToCaseAnd
                             relativeNamesStartAtTheCurrentFolderOfTheirDrive,
                             aFailedChangeOfFolderOrDriveLeavesBothAsTheyWere, aDiscShowsItsTracksAndNothingBehindThem,
                             whatIsNoPathIsNeverThere, readAllTakesNoMoreThanItsLimit,
-                            aBinaryFileWritesInPlaceAndCutsNothingOff,
-                            readOnlyFilesChangeOnlyAfterTheirAttributesWereCleared,
+                            aBinaryFileWritesInPlaceAndCutsNothingOff, aBinaryFileReadsAtTheSamePlaceThatItWritesTo,
+                            aFileOpenForReadingCannotBeChanged, readOnlyFilesChangeOnlyAfterTheirAttributesWereCleared,
                             renameReplacesAndFollowsTheCaseOfANewName, copyReplacesAndLeavesTheSource,
                             foldersAreMadeOneAtATime, listsFilesByPatternSortedByName);
 

@@ -77,14 +77,20 @@ struct Spot {
     std::optional<std::size_t> sectionEnd;
 };
 
+bool sameName(std::string_view left, std::string_view right)
+{
+    return base::sameText(base::fromHostBytes(left), base::fromHostBytes(right));
+}
+
 Spot find(const std::vector<std::string>& lines, const std::string& section, const std::string& key)
 {
     Spot spot;
     bool inside = false;
     for (std::size_t i = 0; i < lines.size(); ++i) {
+        const std::size_t equals = lines[i].find('=');
         if (lines[i].starts_with('['))
-            inside = lines[i] == '[' + section + ']';
-        else if (inside && lines[i].starts_with(key + '='))
+            inside = sameName(lines[i], '[' + section + ']');
+        else if (inside && equals != std::string::npos && sameName(std::string_view(lines[i]).substr(0, equals), key))
             spot.line = i;
         if (inside && !lines[i].empty())
             spot.sectionEnd = i + 1;
@@ -109,9 +115,11 @@ std::wstring HostSettingsStore::get(std::wstring_view section, std::wstring_view
     if (!bytes)
         return std::wstring(fallback);
     const auto lines = linesOf(*bytes);
-    const std::string name = cleanName(key);
-    const Spot spot = find(lines, cleanName(section), name);
-    return spot.line ? unescaped(std::string_view(lines[*spot.line]).substr(name.size() + 1)) : std::wstring(fallback);
+    const Spot spot = find(lines, cleanName(section), cleanName(key));
+    if (!spot.line)
+        return std::wstring(fallback);
+    const std::string_view line = lines[*spot.line];
+    return unescaped(line.substr(line.find('=') + 1));
 }
 
 void HostSettingsStore::set(std::wstring_view section, std::wstring_view key, std::wstring_view value)
@@ -121,10 +129,12 @@ void HostSettingsStore::set(std::wstring_view section, std::wstring_view key, st
         return;
     auto lines = linesOf(*bytes);
     const std::string title = cleanName(section);
-    const std::string entry = cleanName(key) + '=' + escaped(value);
-    const Spot spot = find(lines, title, cleanName(key));
+    const std::string name = cleanName(key);
+    const std::string entry = name + '=' + escaped(value);
+    const Spot spot = find(lines, title, name);
     if (spot.line) {
-        lines[*spot.line] = entry;
+        std::string& line = lines[*spot.line];
+        line = line.substr(0, line.find('=') + 1) + escaped(value);
     } else if (spot.sectionEnd) {
         lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(*spot.sectionEnd), entry);
     } else {

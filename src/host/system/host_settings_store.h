@@ -13,7 +13,9 @@ namespace tonquay::host {
 ///     Window=1200,300
 ///
 /// Keys and values are UTF-8; a backslash, a line end and a blank at an end of a value are written as \\, \n, \r and
-/// \_ . Lines that are no setting stay as they are. The file is read anew at each call, since two programs share it.
+/// \_ . Sections and keys are found in any case and
+/// keep the one that they were first stored in. Lines that are no setting stay as they are. The file is read anew at
+/// each call, since two programs share it.
 class HostSettingsStore final : public platform::SettingsStore {
 public:
     /// `file` is a host path; its folder is made with the first setting.

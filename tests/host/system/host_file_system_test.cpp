@@ -116,6 +116,7 @@ TEST(HostFileSystem, whatIsNoOrdinaryFileHoldsNobodyUp)
     RealFiles real;
     ASSERT_EQ(mkfifo((real.root / "pipe").c_str(), 0600), 0);
     EXPECT_FALSE(real.files().readAll(L"C:\\pipe"));
+    EXPECT_FALSE(real.files().openForReading(L"C:\\pipe"));
     EXPECT_FALSE(real.files().openBinary(L"C:\\pipe"));
     EXPECT_FALSE(real.files().writeWhole(L"C:\\pipe", "x"));
     EXPECT_FALSE(real.files().copy(L"C:\\pipe", L"C:\\other"));
@@ -185,6 +186,14 @@ TEST(GatheredFile, aFailedGatheredWriteIsReportedByTheNextCallAndLosesOnlyItself
         EXPECT_TRUE(file.write(bytesOf("x")));
         EXPECT_FALSE(file.seek(0));
         EXPECT_TRUE(file.close()) << "reported once";
+    }
+    {
+        auto file = fullDisk();
+        EXPECT_TRUE(file.write(bytesOf("x")));
+        std::byte byte{};
+        const auto read = file.read({&byte, 1});
+        ASSERT_FALSE(read);
+        EXPECT_EQ(read.failure().kind, base::Failure::Kind::full) << "not read past what was lost";
     }
     {
         auto file = fullDisk();

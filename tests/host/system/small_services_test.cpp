@@ -53,6 +53,20 @@ TEST(HostSettingsStore, valuesGoRoundAndOtherLinesStay)
     EXPECT_TRUE(log.lines.empty());
 }
 
+TEST(HostSettingsStore, sectionsAndKeysAreFoundInAnyCaseAndKeepTheirFirstOne)
+{
+    test::TempFolder folder;
+    test::FakeDiagnostics log;
+    test::writeHostFile(folder / "settings", "[Größe/Main]\nÄrger=1\nno setting\n");
+    host::HostSettingsStore store(folder / "settings", log);
+    EXPECT_EQ(store.get(L"GRÖSSE/main", L"ärger", L"none"), L"none") << "a sharp s is a letter of its own";
+    EXPECT_EQ(store.get(L"gRÖßE/MAIN", L"ärGER", L"none"), L"1");
+    store.set(L"größe/main", L"ÄRGER", L"2");
+    EXPECT_EQ(test::readHostFile(folder / "settings"), "[Größe/Main]\nÄrger=2\nno setting\n");
+    EXPECT_EQ(store.get(L"Größe/Main", L"Ärge", L"none"), L"none") << "the beginning of a key is another key";
+    EXPECT_EQ(store.get(L"Größe/Main", L"no setting", L"none"), L"none");
+}
+
 TEST(HostSettingsStore, whatCannotBeReadOrWrittenIsPassedOverWithALine)
 {
     test::TempFolder folder;
