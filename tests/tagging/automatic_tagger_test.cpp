@@ -8,6 +8,10 @@ namespace tonquay::tagging {
 namespace {
 
 using controls::Form;
+using state::AutoTagMode;
+using state::enterDiscTags;
+using state::tagDisc;
+using state::tagRun;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Box = test::FakeDialogs::Box;
