@@ -83,11 +83,10 @@ void CommandKeys::openPartialRip()
 
 void CommandKeys::openDiscTags()
 {
-    constexpr std::int16_t enterDiscTags = 0;
     // One that is open closes in its own mode.
     controls::Form& tagger = forms_.controlsOf<state::Id3autoControls>().form;
     tagger.unload();
-    state_.flags.autoTagMode = enterDiscTags;
+    state_.flags.autoTagMode = state::enterDiscTags;
     tagger.show();
 }
 

@@ -21,8 +21,8 @@ std::wstring prefixMoved(std::wstring_view name)
         if (!base::upper(moved).starts_with(prefix))
             continue;
         const std::wstring own = moved.substr(0, prefix.size());
-        const std::wstring rest(base::trim(std::wstring_view(moved).substr(prefix.size())));
-        moved = fixedWidth(rest + L", " + own, nameWidth);
+        std::wstring rest(base::trim(std::wstring_view(moved).substr(prefix.size())));
+        moved = fixedWidth(rest.append(L", ").append(own), nameWidth);
     }
     return moved;
 }

@@ -207,12 +207,11 @@ void RipDriver::tagFiles()
     // Ogg files have their tags from the encoder's command line.
     if (encoderNameHas(L"OGG"))
         return;
-    constexpr std::int16_t tagRippedFiles = 2;
     platform_.clock.delay(settleTime);
     // Afresh, since it works while it loads, and a person may have it open; that one closes in its own mode.
     controls::Form& tagger = forms_.controlsOf<state::Id3autoControls>().form;
     tagger.unload();
-    state_.flags.autoTagMode = tagRippedFiles;
+    state_.flags.autoTagMode = state::tagRun;
     tagger.show();
 }
 

@@ -5,6 +5,13 @@
 
 namespace tonquay::state {
 
+/// What the automatic tagger is opened for. Whoever shows it says so before.
+enum AutoTagMode : std::int16_t {
+    enterDiscTags = 0, ///< the values are kept as the disc's own; no file is touched
+    tagDisc = 1,       ///< the user has the files of all tracks tagged
+    tagRun = 2,        ///< a run has the files of its tracks tagged, unseen, while the form loads
+};
+
 /// What is going on. 1 is yes. Handlers that run in the middle of a run look here before they act.
 struct RunFlags {
     std::int16_t ripBusy = 0;       ///< from the start of a run to its very end
@@ -14,8 +21,8 @@ struct RunFlags {
     std::int16_t analogBusy = 0;    ///< one analog capture runs
     bool acdTrackDone = false;      ///< the drive control's extraction has ended
     std::int16_t previewActive = 0; ///< a track preview plays
-    std::int16_t autoTagBusy = 0;
-    std::int16_t autoTagMode = 0;
+    std::int16_t autoTagBusy = 0;   ///< the tagger writes tags, or tells how many
+    std::int16_t autoTagMode = 0;   ///< an AutoTagMode
 };
 
 /// What a run hands to the ways of extraction, and what they show progress by.

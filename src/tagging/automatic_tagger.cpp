@@ -66,7 +66,7 @@ void AutomaticTagger::load()
     form_.Text4.text = values.year;
     form_.Text5.text = values.comment;
     choose(form_.list1, values.genre);
-    if (state_.flags.autoTagMode == tagRun) {
+    if (state_.flags.autoTagMode == state::tagRun) {
         constexpr std::int32_t outOfSight = 100000;
         form_.form.left = outOfSight;
         form_.Command1.press();
@@ -75,7 +75,7 @@ void AutomaticTagger::load()
 
 void AutomaticTagger::start()
 {
-    if (state_.flags.autoTagMode == enterDiscTags)
+    if (state_.flags.autoTagMode == state::enterDiscTags)
         keepForDisc();
     else
         tagFiles();
@@ -106,8 +106,7 @@ void AutomaticTagger::keepForDisc()
 
 void AutomaticTagger::tagFiles()
 {
-    // Kept, since the report waits, and a run that ends meanwhile opens the tagger for itself.
-    const bool ofRun = state_.flags.autoTagMode == tagRun;
+    const bool ofRun = state_.flags.autoTagMode == state::tagRun;
     state_.flags.autoTagBusy = 1;
     const std::int32_t tagged = tagTracks(ofRun);
     if (!ofRun)
@@ -156,7 +155,7 @@ TagValues AutomaticTagger::entered() const
 
 void AutomaticTagger::closed()
 {
-    if (state_.flags.autoTagMode == enterDiscTags)
+    if (state_.flags.autoTagMode == state::enterDiscTags)
         main_.form.enabled = true;
     state_.flags.autoTagBusy = 0;
     main_.form.windowState = controls::Form::WindowState::normal;

@@ -6,19 +6,11 @@
 #include "tagging/tag_values.h"
 
 #include <cstdint>
-#include <string_view>
 
 namespace tonquay::tagging {
 
-/// RunFlags::autoTagMode: what the form is opened for.
-enum AutoTagMode : std::int16_t {
-    enterDiscTags = 0, ///< the values are kept as the disc's own; no file is touched
-    tagDisc = 1,       ///< the user has the files of all tracks tagged
-    tagRun = 2,        ///< a run has the files of its tracks tagged, unseen, while the form loads
-};
-
 /// The form id3auto: values for the tags of a disc, and the tagging of its MP3 files. Files are found by their names
-/// alone. Whoever shows the form sets autoTagMode before.
+/// alone. RunFlags::autoTagMode says what for.
 ///
 /// A file that is found counts as tagged, also when it could not be written: the tag writer leaves a line then.
 class AutomaticTagger {

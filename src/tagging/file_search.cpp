@@ -37,7 +37,7 @@ std::array<std::wstring, 8> candidateNames(const state::DiscInfo& disc, std::int
 
 std::wstring tagFolder(platform::FileSystem& files, std::wstring_view outputFolder, const state::DiscInfo& disc)
 {
-    const std::wstring output(outputFolder);
+    std::wstring output(outputFolder);
     const std::wstring artist(base::trim(disc.discArtist));
     const std::wstring album(base::trim(disc.discAlbum));
     if (artist.empty() || !isFolder(files, output, artist))
