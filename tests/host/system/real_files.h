@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/system/host_file_system.h"
-#include "temp_folder.h"
+#include "support/temp_folder.h"
 
 #include <map>
 
