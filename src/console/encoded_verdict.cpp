@@ -57,6 +57,8 @@ std::string soundProblem(const FileTags& found, const FormatFacts& format, doubl
 
 std::string otherTrack(int found, int expected)
 {
+    if (found == 0)
+        return "its tag has no track number";
     return fmt::format("its tag is that of track {} instead of {}", found, expected);
 }
 
@@ -92,12 +94,20 @@ std::string blockProblem(const JudgedFile& file, std::wstring_view title, int tr
     return {};
 }
 
+/// A byte of a name that is no UTF-8: it goes to the encoder as it is, which writes something else in its place.
+bool holdsStrayBytes(std::wstring_view text)
+{
+    return std::ranges::any_of(text, [](wchar_t c) { return c >= 0xD800 && c < 0xE000; });
+}
+
 std::string commentProblem(const FileTags& found, std::wstring_view title, int track)
 {
     if (found.title.empty() && found.track == 0)
         return "it carries no tag";
     if (found.track != track)
         return otherTrack(found.track, track);
+    if (holdsStrayBytes(title))
+        return found.title.empty() ? "its tag has no title" : "";
     if (found.title != title)
         return "its tag has another title";
     return {};

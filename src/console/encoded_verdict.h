@@ -38,7 +38,8 @@ using TagReader = std::function<base::Result<platform::FileTags>(const std::stri
 /// frame, which at 8 kHz is many milliseconds. That much, and a frame that an encoder leaves out at the end, is let
 /// pass. The tag of an MP3 is the ID3v1 block at its end, with the title one byte a character and the track number; an
 /// ID3v2 tag is not asked. A title of more than 30 characters may have been cut in the user's own way, so it only must
-/// not be empty. The tag of an Ogg file has the title and the number exactly.
+/// not be empty. The tag of an Ogg file has the title and the number exactly; only bytes that are no UTF-8 cannot be
+/// held to that.
 ///
 /// That a file is new does not prove that its encoder wrote it: tagging changes an old file too. So the encoder's exit
 /// is to be asked as well.
