@@ -60,6 +60,7 @@ public:
         return real_.platform().files.programPath(*link);
     }
 
+    std::string programOutput() override { return real_.programOutput(); }
     void endChildren() override { real_.endChildren(); }
     std::string savedSettingsFolder() override { return host::places().programFolder; }
     std::string musicFolder() override { return host::musicFolder(); }

@@ -5,6 +5,7 @@
 #include "console/encoder_choice.h"
 #include "console/genre_byte.h"
 #include "console/given_names.h"
+#include "console/program_output.h"
 #include "console/rip_plan.h"
 #include "console/rip_session.h"
 #include "console/rip_settings.h"
@@ -14,6 +15,7 @@
 #include "disc/handover_writer.h"
 #include "engine/extraction_to_wav.h"
 #include "platform/diagnostics.h"
+#include "platform/event_loop.h"
 #include "platform/file_system.h"
 #include "state/rip_settings_file.h"
 #include "state/settings_text.h"
@@ -66,6 +68,33 @@ std::string whatCameBackWrong(const state::RipSettings& wanted, const state::Rip
     return {};
 }
 
+/// The settings of the run, with the output folder and the encoder that it is to have.
+base::Result<state::RipSettings> chooseSettings(Screen& screen, const RipOptions& options, Format format, RunHost& host,
+                                                platform::Platform& platform)
+{
+    using base::Failure;
+    const state::RipSettings saved = savedSettings(platform, host);
+    RunPlaces places;
+    if (options.output) {
+        places.output = platform.files.programPath(*options.output);
+        if (places.output.empty())
+            return Failure{Failure::Kind::invalid, *options.output, "this folder cannot be reached"};
+    }
+    // Before an encoder is looked for: what the options lack is the better thing to hear of.
+    if (auto sensible = settingsForRun(saved, options, places); !sensible)
+        return sensible;
+    const auto encoder = chooseEncoder(format, options.encoder, host, platform);
+    if (!encoder)
+        return encoder.failure();
+    if (encoder->remark)
+        screen.complain("tonquay: " + shownBytes(*encoder->remark));
+    places.encoder = encoder->path;
+    auto settings = settingsForRun(saved, options, places);
+    if (settings && base::isBlank(settings->outputFolder))
+        return Failure{Failure::Kind::invalid, {}, "no output folder is set; name one with --output"};
+    return settings;
+}
+
 }
 
 ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const platform::DriveDescription& drive,
@@ -104,26 +133,10 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
         return refuse(screen, base::describe(opened.failure()));
     platform::Platform platform = *opened;
 
-    std::wstring output;
-    if (options.output) {
-        output = platform.files.programPath(*options.output);
-        if (output.empty())
-            return refuse(screen, *options.output + ": this folder cannot be reached");
-    }
-    const state::RipSettings saved = savedSettings(platform, host);
-    const Format format = formatOf(saved, options);
-    if (const auto sensible = settingsForRun(saved, options, {}); !sensible)
-        return refuse(screen, base::describe(sensible.failure()));
-    const auto encoder = chooseEncoder(format, options.encoder, host, platform);
-    if (!encoder)
-        return refuse(screen, base::describe(encoder.failure()));
-    if (encoder->remark)
-        screen.complain("tonquay: " + shownBytes(*encoder->remark));
-    const auto settings = settingsForRun(saved, options, {.output = output, .encoder = encoder->path});
+    const Format format = formatOf(savedSettings(platform, host), options);
+    const auto settings = chooseSettings(screen, options, format, host, platform);
     if (!settings)
         return refuse(screen, base::describe(settings.failure()));
-    if (base::isBlank(settings->outputFolder))
-        return refuse(screen, "no output folder is set; name one with --output");
 
     platform::DiscTable named = table;
     named.names = std::move(*names);
@@ -159,9 +172,15 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
     if (const auto remark = genreRemark(program.state().disc.discGenre); remark && format == Format::mp3)
         screen.complain("tonquay: " + *remark);
     const std::unique_ptr<RipView> view = makeRipView(viewKind(options, screen), screen);
+    ProgramOutput encoderOutput(screen, host.programOutput());
+    const auto showing = options.verbose ? platform.loop.every(std::chrono::milliseconds{200},
+                                                               [&encoderOutput] { encoderOutput.showNew(); })
+                                         : nullptr;
     session = std::make_unique<RipSession>(program, platform, processes, host, *view, std::move(plan));
     const RunEnd end = session->run();
     session.reset();
+    if (options.verbose)
+        encoderOutput.showNew();
     return end.broken == 0 && end.left == 0 ? ExitStatus::good : ExitStatus::incomplete;
 }
 

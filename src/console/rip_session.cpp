@@ -250,16 +250,17 @@ void RipSession::showProgress()
         return;
     const controls::Slider& position = program_.forms().cdrip1().SliderPosition;
     RunProgress progress;
-    progress.trackPart = static_cast<double>(position.value()) / position.max();
+    // Not encodeBusy: beside encoders in the background the next track is being read.
+    const bool encoding =
+        !inHand_ || program_.forms().ripdeck().Label6[state::statusLabel].caption.get() == L"Encoding";
+    progress.trackPart = encoding ? 1 : static_cast<double>(position.value()) / position.max();
     progress.playSecondsRead = playSecondsDone_ + (inHand_ ? progress.trackPart * playSecondsOf(*inHand_) : 0);
     progress.totalPart = playSecondsTotal_ > 0 ? progress.playSecondsRead / playSecondsTotal_ : 0;
     // A batch is read whole, then encoded: half of the way each.
     if (encodes() && program_.state().settings.encodeSingle == 0)
         progress.totalPart = (progress.totalPart + encodedPart()) / 2;
     progress.elapsed = elapsed();
-    // Not encodeBusy: beside encoders in the background the next track is being read.
-    const bool encoding = program_.forms().ripdeck().Label6[state::statusLabel].caption.get() == L"Encoding";
-    if (encoding || !inHand_)
+    if (encoding)
         progress.activity = RunProgress::Activity::encoding;
     view_.progress(progress);
 }

@@ -36,6 +36,9 @@ public:
     /// in the program's form. After open().
     virtual base::Result<std::wstring> linkEncoder(const std::string& program, const std::string& name) = 0;
 
+    /// Host path of the file that the started programs write to. After open().
+    virtual std::string programOutput() = 0;
+
     /// Ends the encoders that the run has started and that still live, and what they have started. Takes a second at
     /// most; files that they were writing stay unfinished. After open().
     virtual void endChildren() = 0;

@@ -1,5 +1,6 @@
 #include "encode/run_and_wait.h"
 
+#include "base/text.h"
 #include "platform/diagnostics.h"
 #include "platform/event_loop.h"
 #include "platform/file_system.h"
@@ -10,6 +11,7 @@ using platform::Processes;
 
 Processes::Child startInBackground(platform::Platform& platform, std::wstring_view command)
 {
+    platform.log.line("encoder", base::utf8(command));
     const auto child = platform.processes.start(command, Processes::WindowStyle::normal);
     return passOver(platform.log, child, "Start an encoder") ? *child : 0;
 }

@@ -49,6 +49,7 @@ struct World {
             platform::Discs& discs() override { return world.discs; }
             base::Result<platform::Platform> open(RunListener) override { return world.host.platform(); }
             platform::MachinePrograms programs() override { return {}; }
+            std::string programOutput() override { return {}; }
             void endChildren() override {}
             base::Result<std::wstring> linkEncoder(const std::string&, const std::string&) override
             {

@@ -25,6 +25,11 @@ namespace tonquay::host {
 
 namespace {
 
+std::string programOutputIn(const Places& places)
+{
+    return places.logFile + ".programs";
+}
+
 /// How many trackNN.cda names a drive shows: none without an audio disc.
 int discTracks(DriveSet& drives, wchar_t letter)
 {
@@ -64,7 +69,7 @@ struct RealHost::Services {
                  .discTracks = [&drives](wchar_t letter) { return discTracks(drives, letter); }},
                 held),
           processes(files, loop, log, held, endActions,
-                    {.outputFile = places.logFile + ".programs", .searchPath = searchPath()}),
+                    {.outputFile = programOutputIn(places), .searchPath = searchPath()}),
           dialogs(std::move(given.say)),
           settings(places.settingsFile, log),
           system(files, log, endActions, {.tempFolder = places.tempFolder}),
@@ -137,6 +142,11 @@ base::Result<std::string> RealHost::linkEncoder(const std::string& program, cons
     if (!folder)
         return base::Failure{base::Failure::Kind::refused, program, "only a private program folder takes links"};
     return ProgramFolder({.folder = folder->path(), .searchPath = {}, .oggTool = {}}).linkEncoder(program, name);
+}
+
+std::string RealHost::programOutput() const
+{
+    return programOutputIn(services_->places);
 }
 
 void RealHost::endChildren()

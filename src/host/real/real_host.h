@@ -51,6 +51,9 @@ public:
     /// Links a program of the user's into a private program folder (ProgramFolder::linkEncoder). After open().
     base::Result<std::string> linkEncoder(const std::string& program, const std::string& name);
 
+    /// Host path of the file that started programs write to. After open().
+    std::string programOutput() const;
+
     /// Ends the programs that were started through the platform and that still live, within a second. After open().
     void endChildren();
 
