@@ -11,6 +11,7 @@
 #include "encode/commands.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace tonquay::console {
 
@@ -160,13 +161,13 @@ TrackVerdict RipSession::verdictOn(std::size_t planned)
         verdict.crc = record.report->crc32;
     verdict.whole = record.wav && record.wav->whole;
     verdict.text = record.wav ? record.wav->text : "unfinished";
-    if (!verdict.whole || !encodes())
+    if (!encodes() || !verdict.whole)
         return verdict;
 
     const state::RipSettings& settings = program_.state().settings;
     if (!encode::takesWholeBatch(settings) || settings.encodeSingle == 1) {
         const auto code = record.encoder ? processes_.exitCode(*record.encoder) : std::nullopt;
-        verdict.text = whyNotEncoded(record, code, track.wavHostPath);
+        verdict.text = whyNotEncoded(record, code);
         verdict.whole = verdict.text.empty();
     }
     if (verdict.whole) {
@@ -175,6 +176,10 @@ TrackVerdict RipSession::verdictOn(std::size_t planned)
         verdict.whole = file.whole;
         verdict.text = file.text;
     }
+    if (!verdict.whole && !brokenOff_.empty())
+        verdict.text = "unfinished: " + brokenOff_;
+    if (std::error_code ignored; !verdict.whole && std::filesystem::exists(track.wavHostPath, ignored))
+        verdict.text += "; its WAV file stays: " + track.wavHostPath;
     return verdict;
 }
 
@@ -219,6 +224,7 @@ void RipSession::tellRest()
 
 void RipSession::breakOff(const std::string& why)
 {
+    brokenOff_ = why;
     if (inHand_) {
         TrackRecord& record = records_[*inHand_];
         record.taken = platform_.clock.now() - trackStarted_;

@@ -75,6 +75,7 @@ private:
     platform::Clock::Monotonic started_;
     platform::Clock::Monotonic trackStarted_;
     platform::Clock::Wall begunAt_; ///< by the clock of the output folder
+    std::string brokenOff_;         ///< why, once the run is broken off
     bool interrupted_ = false;
 };
 

@@ -21,11 +21,11 @@ std::string whyNotRead(const TrackRecord& record, std::int32_t row)
     return otherwise;
 }
 
-std::string whyNotEncoded(const TrackRecord& record, std::optional<int> code, const std::string& wavPath)
+std::string whyNotEncoded(const TrackRecord& record, std::optional<int> code)
 {
     constexpr int signalBase = 128;
     if (!record.encoder)
-        return fmt::format("not encoded: the run was stopped before; its WAV file stays: {}", wavPath);
+        return "not encoded: the run was stopped before";
     if (*record.encoder == 0)
         return "the encoder could not be started";
     if (!code)

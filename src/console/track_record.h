@@ -27,6 +27,6 @@ std::string whyNotRead(const TrackRecord& record, std::int32_t row);
 
 /// Why its encoder has not done its work, by how it was started and ended; empty when it ended well. `code` is its
 /// exit code, nothing while it lives.
-std::string whyNotEncoded(const TrackRecord& record, std::optional<int> code, const std::string& wavPath);
+std::string whyNotEncoded(const TrackRecord& record, std::optional<int> code);
 
 }

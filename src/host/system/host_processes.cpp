@@ -70,19 +70,24 @@ base::Result<platform::Processes::Child> HostProcesses::start(std::wstring_view 
     if (command.find(L'\0') != std::wstring_view::npos)
         return failed({Failure::Kind::invalid, text.substr(0, text.find('\0')), "holds a character without a place"});
     // Only a path may hold blanks; of a bare name the first word is all there is to look for.
+    std::string program;
     const auto split = splitCommand(command, [&](std::wstring_view path) {
         const bool bareWithBlanks = folderPart(path).empty() && path.find_first_of(L" \t") != std::wstring_view::npos;
-        return !bareWithBlanks && !findProgram(path).empty();
+        if (!bareWithBlanks)
+            program = findProgram(path);
+        return !program.empty();
     });
     if (!split)
         return failed({Failure::Kind::notFound, text, "names no program"});
-    return startSplit(*split, text);
+    // One in quotes was not asked for.
+    return startSplit(program.empty() ? findProgram(split->program) : program, *split, text);
 }
 
-base::Result<platform::Processes::Child> HostProcesses::startSplit(const CommandText& command, std::string commandText)
+base::Result<platform::Processes::Child> HostProcesses::startSplit(std::string program, const CommandText& command,
+                                                                   std::string commandText)
 {
     SpawnRequest request;
-    request.program = findProgram(command.program);
+    request.program = std::move(program);
     if (request.program.empty())
         return failed({Failure::Kind::notFound, commandText, "there is no such program"});
     const std::wstring folder = files_.currentFolder();
@@ -146,10 +151,9 @@ std::string HostProcesses::findBare(std::wstring_view name)
     return {};
 }
 
-std::string HostProcesses::hostArgument(const std::wstring& text, bool meantAsName)
+/// An argument that is no path with a drive.
+std::string HostProcesses::plainArgument(const std::wstring& text, bool meantAsName)
 {
-    if (isDrivePath(text))
-        return files_.hostPath(text);
     if (meantAsName && text.starts_with(L'-') && folderPart(text).empty() && files_.fileExists(text)) {
         const std::string path = files_.hostPath(text);
         return "./" + path.substr(path.rfind('/') + 1);
@@ -162,8 +166,13 @@ std::vector<std::string> HostProcesses::hostArguments(const CommandText& command
 {
     std::vector<std::string> arguments;
     const auto add = [&](const std::wstring& text, bool meantAsName) {
-        arguments.push_back(hostArgument(text, meantAsName));
-        if (!arguments.back().empty() && !arguments.back().starts_with('-'))
+        if (isDrivePath(text)) {
+            arguments.push_back(files_.hostPath(text));
+            named.push_back(arguments.back());
+            return;
+        }
+        arguments.push_back(plainArgument(text, meantAsName));
+        if (!text.empty() && !arguments.back().starts_with('-'))
             named.push_back(files_.hostPath(text));
     };
     for (const CommandWord& word : command.arguments) {

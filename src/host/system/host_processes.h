@@ -52,11 +52,11 @@ public:
 private:
     struct Running;
 
-    base::Result<Child> startSplit(const CommandText& command, std::string commandText);
+    base::Result<Child> startSplit(std::string program, const CommandText& command, std::string commandText);
     base::Result<Child> failed(base::Failure failure);
     std::string findProgram(std::wstring_view program);
     std::string findBare(std::wstring_view name);
-    std::string hostArgument(const std::wstring& text, bool meantAsName);
+    std::string plainArgument(const std::wstring& text, bool meantAsName);
     std::vector<std::string> hostArguments(const CommandText& command, std::vector<std::string>& named);
     void collect(Running& child);
 

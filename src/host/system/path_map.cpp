@@ -149,7 +149,7 @@ std::string PathMap::host(const Place& place) const
 
     for (; next != place.names.end(); ++next) {
         const std::string asGiven = joined(path, hostName(*next));
-        if (isThere(asGiven)) {
+        if (asGiven != exact && isThere(asGiven)) {
             path = asGiven;
             continue;
         }

@@ -38,15 +38,15 @@ public:
 };
 
 /// Our environment with the texts of encoders in UTF-8: without that they turn umlauts into "#".
-std::vector<std::string> childEnvironment()
+/// Good until the environment changes, and for as long as `locale` stays.
+std::vector<char*> childEnvironment(std::string& locale)
 {
-    std::vector<std::string> variables;
-    for (char* const* entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
-        const std::string_view variable = *entry;
-        if (!variable.starts_with("LC_ALL="))
-            variables.emplace_back(variable);
-    }
-    variables.emplace_back("LC_ALL=C.UTF-8");
+    std::vector<char*> variables;
+    for (char* const* entry = environ; entry != nullptr && *entry != nullptr; ++entry)
+        if (!std::string_view(*entry).starts_with("LC_ALL="))
+            variables.push_back(*entry);
+    variables.push_back(locale.data());
+    variables.push_back(nullptr);
     return variables;
 }
 
@@ -125,10 +125,10 @@ base::Result<pid_t> spawn(const SpawnRequest& request)
 
     std::vector<std::string> words{request.program};
     words.insert(words.end(), request.arguments.begin(), request.arguments.end());
-    std::vector<std::string> environment = childEnvironment();
+    std::string locale = "LC_ALL=C.UTF-8";
     pid_t child = 0;
     const int error = posix_spawn(&child, request.program.c_str(), &start.actions, &start.attributes,
-                                  pointers(words).data(), pointers(environment).data());
+                                  pointers(words).data(), childEnvironment(locale).data());
     if (error != 0)
         return startFailure(request, error);
     return child;
