@@ -27,7 +27,7 @@ struct FormatFacts {
     double mostTooLong;
 };
 
-constexpr FormatFacts mp3{FileTags::Kind::mp3, "MP3", 0.1, 0.3};
+constexpr FormatFacts mp3{FileTags::Kind::mp3, "MP3", 0.04, 0.3};
 constexpr FormatFacts ogg{FileTags::Kind::oggVorbis, "Ogg Vorbis", 0.02, 0.02};
 
 std::string fileProblem(const JudgedFile& file, const EncodedExpectation& expected)
