@@ -39,6 +39,22 @@ struct WholeProgram : testing::Test {
         main.icntla[key].mouseUp(MouseButton::left);
     }
 
+    /// But Stop and the keys that end the program or empty the selection, which have tests of their own.
+    void pressEveryKey()
+    {
+        for (const state::TransportKey key : {state::previousButton, state::nextButton, state::playButton,
+                                              state::pauseButton, state::ejectButton, state::startButton})
+            press(key);
+        for (const controls::Label& label : main.LabelP)
+            label.mouseUp(MouseButton::left);
+        main.Trackprogress.mouseUp(0.5);
+        main.SliderVolume.drag(main.SliderVolume.value() == -100 ? 0 : -100);
+        main.SliderBalance.drag(30);
+        for (const state::CommandKey key :
+             {state::setupKey, state::partialKey, state::selectAllKey, state::discTagsKey, state::ripKey})
+            main.image10[key].mouseUp(MouseButton::left);
+    }
+
     void expectWhole(const wchar_t* title, int track, int seconds)
     {
         const auto file = host.files.contents(std::wstring(L"C:\\CDTONQUAY\\datacd\\") + title + L".wav");
@@ -89,26 +105,58 @@ TEST_F(WholeProgram, stopInTheFirstTrackLeavesItWholeAndNoOthers)
 
 TEST_F(WholeProgram, everyKeyPressedInEveryWaitChangesNoSample)
 {
-    // Stop and the keys that end the program or empty the selection have tests of their own.
-    host.loop.onTurn = [&] {
-        for (const state::TransportKey key : {state::previousButton, state::nextButton, state::playButton,
-                                              state::pauseButton, state::ejectButton, state::startButton})
-            press(key);
-        for (const controls::Label& label : main.LabelP)
-            label.mouseUp(MouseButton::left);
-        main.Trackprogress.mouseUp(0.5);
-        main.SliderVolume.drag(main.SliderVolume.value() == -100 ? 0 : -100);
-        main.SliderBalance.drag(30);
-        for (const state::CommandKey key :
-             {state::setupKey, state::partialKey, state::selectAllKey, state::discTagsKey, state::ripKey})
-            main.image10[key].mouseUp(MouseButton::left);
-    };
+    host.loop.onTurn = [&] { pressEveryKey(); };
     press(state::startButton);
     host.loop.onTurn = nullptr;
     expectWhole(L"Dawn", 0, 12);
     expectWhole(L"Noon", 1, 13);
     expectWhole(L"Dusk", 2, 14);
     EXPECT_EQ(program.state().flags.ripBusy, 0);
+}
+
+TEST_F(WholeProgram, everyKeyPressedDuringEveryEncoderChangesNoSchedule)
+{
+    const struct {
+        const char* what;
+        std::int16_t single;
+        std::int16_t turbo;
+    } schedules[] = {{"single", 1, 0}, {"Turbo", 1, 1}, {"batch", 0, 0}};
+    host.engine.insertDisc(0, {second, second, second});
+    state::RipSettings& settings = program.state().settings;
+    settings.encodeWanted = 1;
+    settings.deleteWav = 1;
+    const std::wstring folder = L"C:\\CDTONQUAY\\datacd\\";
+    int duringEncoders = 0;
+    std::int64_t bytesToEncode = 0;
+    const auto addInput = [&](const std::wstring& command) {
+        const std::size_t from = command.find(L'"') + 1;
+        bytesToEncode += host.files.length(command.substr(from, command.find(L'"', from) - from));
+    };
+    host.processes.scripts = {{.named = L"LAME", .lasts = 300ms, .atStart = addInput}};
+    host.loop.onTurn = [&] {
+        duringEncoders += host.processes.living() > 0 ? 1 : 0;
+        pressEveryKey();
+    };
+    for (const auto& c : schedules) {
+        settings.encodeSingle = c.single;
+        settings.turboMode = c.turbo;
+        host.processes.started.clear();
+        main.image10[state::selectAllKey].mouseUp(MouseButton::left);
+        duringEncoders = 0;
+        bytesToEncode = 0;
+        press(state::startButton);
+        EXPECT_GT(duringEncoders, 3) << c.what;
+        std::wstring files;
+        for (const auto& one : host.processes.started)
+            files += one.command.substr(one.command.find(L'"'));
+        std::wstring expected;
+        for (const wchar_t* title : {L"Dawn", L"Noon", L"Dusk"})
+            expected += L'"' + folder + title + L".wav\" \"" + folder + title + L".mp3\"";
+        EXPECT_EQ(files, expected) << c.what;
+        EXPECT_EQ(bytesToEncode, 3 * (44 + second)) << c.what << ": each WAV file is whole when its encoder starts";
+        EXPECT_THAT(*host.files.list(folder, L"*"), IsEmpty()) << c.what;
+        EXPECT_EQ(program.state().flags.ripBusy, 0) << c.what;
+    }
 }
 
 TEST_F(WholeProgram, transportKeysWalkTheListAndShowWhatPlays)
