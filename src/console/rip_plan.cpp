@@ -62,6 +62,7 @@ RipPlan makePlan(Format format, const std::vector<std::size_t>& rows, const plat
     run.destFolder = naming::outputFolder(settings, disc);
     RipPlan plan{.folder = files.hostPath(run.destFolder), .format = format, .tracks = {}};
     plan.wavsPileUp = settings.deleteWav != 1 || settings.encodeSingle != 1 || settings.turboMode == 1;
+    plan.oneByOne = encode::losesBatchInput(settings);
     for (const std::size_t row : rows) {
         PlannedTrack planned;
         planned.row = static_cast<std::int32_t>(row);

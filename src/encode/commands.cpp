@@ -68,6 +68,11 @@ bool takesWholeBatch(const state::RipSettings& settings)
     return !hasOwnSwitches(settings) && encoderKind(settings.encoderPath) == EncoderKind::blade;
 }
 
+bool losesBatchInput(const state::RipSettings& settings)
+{
+    return !hasOwnSwitches(settings) && encoderKind(settings.encoderPath) == EncoderKind::mp3enc;
+}
+
 std::wstring encodedPath(const state::RipSettings& settings, const state::RunInHand& run)
 {
     const std::wstring ending = encodedEnding(settings);

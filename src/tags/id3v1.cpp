@@ -77,7 +77,10 @@ base::Result<bool> findBlock(platform::BinaryFile& file, std::int64_t length)
     const auto count = file.read(bytes);
     if (!count)
         return count.failure();
-    return beginsWithMarker(std::span(bytes).first(*count));
+    // A new block would then begin behind a gap.
+    if (*count < markerBytes)
+        return Failure{Failure::Kind::invalid, {}, "has become shorter meanwhile"};
+    return beginsWithMarker(bytes);
 }
 
 base::Status writeInto(platform::BinaryFile& file, std::int64_t length, TagState& state, COptions& options)
@@ -185,7 +188,7 @@ void WriteId3v1Tag(platform::FileSystem& files, platform::Diagnostics& log, COpt
 {
     const std::int64_t length = files.length(path);
     if (length < 1) {
-        log.line("tags", files.hostPath(path) + ": is no file with sound in it, so it gets no tag");
+        log.line("tags", files.hostPath(path) + ": is empty or no file, so it gets no tag");
         return;
     }
     if (!platform::passOver(log, files.clearAttributes(path), "Make the file writable for its tag"))

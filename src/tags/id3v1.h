@@ -37,7 +37,8 @@ Id3v1Block id3v1Block(const Id3v1Fields& fields);
 bool takeId3v1Block(std::span<const std::byte> block, TagState& state);
 
 /// The same for the block at the end of a file of `length` bytes that is open. False when there is none. Fails for a
-/// length of 127: the place where the block would begin lies before the file.
+/// length of 127, since the place where the block would begin lies before the file, and when the file is shorter by now
+/// than it was.
 base::Result<bool> readId3v1Block(platform::BinaryFile& file, std::int64_t length, TagState& state);
 
 /// Writes TagInfo into the file's block; a file without one grows by 128 bytes. The rest of the file is not touched,

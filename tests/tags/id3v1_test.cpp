@@ -321,6 +321,8 @@ TEST_F(Id3v1, theBlockOfAFileIsFoundByItsLength)
     ASSERT_TRUE(file);
     const auto there = readId3v1Block(**file, 128, state);
     EXPECT_TRUE(there && !*there);
+    EXPECT_FALSE(readId3v1Block(**file, 500, state));
+    EXPECT_EQ(state.TagInfo[slot::genre], L"");
 }
 
 }

@@ -33,7 +33,7 @@ base::Result<std::size_t> GatheredFile::read(std::span<std::byte> buffer)
 {
     if (auto done = flush(); !done)
         return done.failure();
-    const auto count = readAt(file_.get(), buffer, start_, where_);
+    auto count = readAt(file_.get(), buffer, start_, where_);
     if (count)
         start_ += static_cast<std::int64_t>(*count);
     return count;

@@ -11,10 +11,11 @@
 #include <oggpageheader.h>
 #include <vorbisfile.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <exception>
-#include <limits>
+#include <optional>
 #include <string_view>
 
 #include <fcntl.h>
@@ -154,10 +155,12 @@ void readOgg(int descriptor, std::int64_t length, FileTags& tags)
         return;
     tags.kind = FileTags::Kind::oggVorbis;
     fillIn(tags, *file.tag());
-    tags.stream = {.bitrateKbps = sound->bitrate(),
-                   .sampleRateHz = sound->sampleRate(),
-                   .channels = sound->channels(),
-                   .seconds = sound->lengthInMilliseconds() / 1000.0,
+    // Places and rates without sense overflow inside the library.
+    const auto sane = [](int value) { return std::max(value, 0); };
+    tags.stream = {.bitrateKbps = sane(sound->bitrate()),
+                   .sampleRateHz = sane(sound->sampleRate()),
+                   .channels = sane(sound->channels()),
+                   .seconds = sane(sound->lengthInMilliseconds()) / 1000.0,
                    .complete = endsWithItsLastPage(file)};
 }
 

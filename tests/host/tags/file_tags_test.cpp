@@ -382,6 +382,18 @@ TEST_F(FileTagsTest, tagsMadeToHurtAreHarmless)
     }
 }
 
+TEST_F(FileTagsTest, anOggFileWithoutSenseInItsLastPlaceHasNoLength)
+{
+    shell("oggenc -Q -o '" + folder / "a.ogg" + "' '" + folder / "a.wav" + "'");
+    std::string bytes = readHostFile(folder / "a.ogg");
+    const std::size_t lastPlace = bytes.rfind("OggS") + 6;
+    bytes.replace(lastPlace, 8, "\0\0\0\0\0\0\0\x40"s);
+    const auto tags = readFileTags(file(bytes));
+    ASSERT_TRUE(tags);
+    EXPECT_GE(tags->stream.seconds, 0);
+    EXPECT_GE(tags->stream.bitrateKbps, 0);
+}
+
 TEST_F(FileTagsTest, damagedFilesAreReadToTheirEnd)
 {
     shell("oggenc -Q -t Title -N 1 -o '" + folder / "a.ogg" + "' '" + folder / "a.wav" + "'");
