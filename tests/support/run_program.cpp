@@ -21,6 +21,7 @@ constexpr int cannotStart = 127;
     dup2(output, STDERR_FILENO);
     std::vector<std::string> copies = words;
     std::vector<char*> pointers;
+    pointers.reserve(copies.size() + 1);
     for (std::string& word : copies)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);

@@ -132,7 +132,7 @@ Status ProgramFolder::refreshOggTool(const std::string& program, std::initialize
         missing = {Failure::Kind::notFound, program,
                    "cannot be called, since " + std::string(oggToolName) + " is not installed"};
     if (there && adapterThere)
-        if (const Status made = makeFolder(folder); !made)
+        if (Status made = makeFolder(folder); !made)
             return made;
     Status whole;
     for (const char* name : names) {
