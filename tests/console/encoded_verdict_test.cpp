@@ -100,7 +100,7 @@ TEST_F(EncodedVerdictTest, whatIsNoFileWithContentsIsNotRead)
 {
     ASSERT_EQ(::mkdir(at("folder").c_str(), 0700), 0);
     ASSERT_EQ(::mkfifo(at("pipe").c_str(), 0600), 0);
-    std::ofstream(at("empty"));
+    std::ofstream empty(at("empty"));
     std::ofstream(at("old")) << "old";
     const auto yesterday = std::chrono::system_clock::to_time_t(began - 24h);
     const timespec times[2] = {{yesterday, 0}, {yesterday, 0}};

@@ -29,21 +29,21 @@ protected:
             run("sox -r 44100 -n -c 2 -b 16 '" + wav(sectors) + "' synth " + frames + "s noise gain -6 2>/dev/null");
             ASSERT_EQ(readHostFile(wav(sectors)).size(), 44U + static_cast<std::size_t>(sectors) * sectorFrames * 4);
         }
-        expected_.runBegan = fileTimeNow(folder_.path());
-        expected_.title = L"Naïve";
-        expected_.track = 3;
+        expected.runBegan = fileTimeNow(folder.path());
+        expected.title = L"Naïve";
+        expected.track = 3;
     }
 
     static void run(const std::string& command) { ASSERT_EQ(std::system(command.c_str()), 0) << command; }
 
-    std::string wav(int sectors) const { return folder_ / std::to_string(sectors) + ".wav"; }
+    std::string wav(int sectors) const { return folder / std::to_string(sectors) + ".wav"; }
 
     EncodedVerdict judge(const std::string& bytes, Format format, int sectors)
     {
-        expected_.format = format;
-        expected_.playSeconds = sectors / 75.0;
-        writeHostFile(folder_ / "judged", bytes);
-        return judgeEncoded(folder_ / "judged", expected_, host::readFileTags);
+        expected.format = format;
+        expected.playSeconds = sectors / 75.0;
+        writeHostFile(folder / "judged", bytes);
+        return judgeEncoded(folder / "judged", expected, host::readFileTags);
     }
 
     void judgeLame(const std::string& switches, int sectors)
@@ -51,8 +51,8 @@ protected:
         std::string tag = "TAGNa\xEFve";
         tag.resize(126, '\0');
         tag += "\x03\x11";
-        run("lame --quiet " + switches + " '" + wav(sectors) + "' '" + (folder_ / "x.mp3") + "'");
-        const std::string sound = readHostFile(folder_ / "x.mp3");
+        run("lame --quiet " + switches + " '" + wav(sectors) + "' '" + (folder / "x.mp3") + "'");
+        const std::string sound = readHostFile(folder / "x.mp3");
         const EncodedVerdict whole = judge(sound + tag, Format::mp3, sectors);
         EXPECT_TRUE(whole.whole) << switches << ", " << sectors << " sectors: " << whole.text;
         EXPECT_FALSE(judge(sound, Format::mp3, sectors).whole) << switches << ": no tag";
@@ -60,8 +60,8 @@ protected:
             << switches << ", " << sectors << " sectors: half";
     }
 
-    TempFolder folder_;
-    EncodedExpectation expected_;
+    TempFolder folder;
+    EncodedExpectation expected;
 };
 
 TEST_F(EncodedFilesTest, lameAtEveryRate)
@@ -84,9 +84,9 @@ TEST_F(EncodedFilesTest, oggencAtEveryQuality)
     for (int quality = 0; quality <= 10; ++quality)
         for (const int sectors : {1, 100}) {
             const std::string switches = "-q" + std::to_string(quality);
-            run("LC_ALL=C.UTF-8 oggenc -Q " + switches + " -t Naïve -N 3 -o '" + (folder_ / "x.ogg") + "' '" +
+            run("LC_ALL=C.UTF-8 oggenc -Q " + switches + " -t Naïve -N 3 -o '" + (folder / "x.ogg") + "' '" +
                 wav(sectors) + "'");
-            const std::string file = readHostFile(folder_ / "x.ogg");
+            const std::string file = readHostFile(folder / "x.ogg");
             const EncodedVerdict whole = judge(file, Format::ogg, sectors);
             EXPECT_TRUE(whole.whole) << switches << ", " << sectors << " sectors: " << whole.text;
             EXPECT_FALSE(judge(file.substr(0, file.size() / 2), Format::ogg, sectors).whole) << switches << ": half";
@@ -98,11 +98,11 @@ TEST_F(EncodedFilesTest, anEncoderThatIsKilledLeavesNoWholeFile)
 {
     // Raw sound by a pipe that stops: the encoder waits for more, and dies before it can finish its file.
     const std::string raw = "(head -c 200000 '" + wav(100) + "'; sleep 1)";
-    run("{ " + raw + " | timeout -s KILL 0.5 lame --quiet --flush -r - '" + (folder_ / "x.mp3") +
+    run("{ " + raw + " | timeout -s KILL 0.5 lame --quiet --flush -r - '" + (folder / "x.mp3") +
         "'; } 2>/dev/null || true");
-    const std::string sound = readHostFile(folder_ / "x.mp3");
+    const std::string sound = readHostFile(folder / "x.mp3");
     ASSERT_GT(sound.size(), 5000U);
-    expected_.tagged = false;
+    expected.tagged = false;
     const EncodedVerdict verdict = judge(sound, Format::mp3, 100);
     EXPECT_FALSE(verdict.whole);
     EXPECT_THAT(verdict.text, testing::HasSubstr("breaks off"));
