@@ -225,7 +225,6 @@ void HostProcesses::collect(Running& child)
 
 void HostProcesses::endChildren()
 {
-    constexpr std::chrono::milliseconds grace{500};
     std::vector<std::shared_ptr<Running>> living;
     for (const auto& [number, child] : children_) {
         collect(*child);
@@ -236,7 +235,7 @@ void HostProcesses::endChildren()
     for (const int signal : {SIGTERM, SIGKILL}) {
         for (const auto& child : living)
             kill(-child->process, signal);
-        const auto deadline = std::chrono::steady_clock::now() + grace;
+        const auto deadline = std::chrono::steady_clock::now() + settings_.grace;
         while (std::ranges::any_of(living, [](const auto& child) { return isLiving(child->process); }) &&
                std::chrono::steady_clock::now() < deadline)
             std::this_thread::sleep_for(std::chrono::milliseconds{1});

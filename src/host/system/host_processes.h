@@ -8,6 +8,7 @@
 #include "platform/file_system.h"
 #include "platform/processes.h"
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <string>
@@ -32,7 +33,8 @@ public:
     struct Settings {
         /// Where children write to; appended. Never a pipe: an encoder whose reader ends dies of it.
         std::string outputFile;
-        std::string searchPath; ///< $PATH
+        std::string searchPath;               ///< $PATH
+        std::chrono::milliseconds grace{500}; ///< for a child that is asked to end, before it is killed
     };
 
     /// Everything given outlives this.
@@ -45,8 +47,8 @@ public:
     [[noreturn]] void endProgram(int status) override;
 
     /// Ends all children that live, with the programs that they started in turn: asks first (SIGTERM), and kills what
-    /// is there half a second later. Blocks until they are gone, a second at most. Files that they were writing stay
-    /// behind unfinished. A program that went into a session of its own is not reached.
+    /// is there when the grace is over. Blocks until they are gone, twice the grace at most. Files that they were
+    /// writing stay behind unfinished. A program that went into a session of its own is not reached.
     void endChildren();
 
 private:

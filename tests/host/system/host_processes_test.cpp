@@ -252,39 +252,53 @@ bool isOver(const std::string& process)
     return status.empty() || status.find(") Z") != std::string::npos;
 }
 
-TEST_F(HostProcesses, childrenAreEndedWithTheirOwnChildren)
+TEST_F(HostProcesses, childrenAreAskedToEndAndThenKilledWithTheirOwnChildren)
 {
     script("bin/mild", "sleep 30 & echo $! >> pids; echo $$ >> pids; wait");
-    script("bin/stubborn", "trap '' TERM; sleep 30 & echo $! >> pids; echo $$ >> pids; while :; do sleep 30; done");
     script("bin/parting", "trap 'echo bye > said; exit 0' TERM; sh -c 'trap \"\" TERM; echo $$ >> pids; sleep 30' &\n"
                           "echo $$ >> pids; wait");
-    processes.endChildren();
-    std::vector<platform::Processes::Child> children;
-    for (const wchar_t* command : {L"mild", L"stubborn", L"parting"}) {
-        const auto child = processes.start(command, Style::normal);
-        ASSERT_TRUE(child);
-        children.push_back(*child);
-    }
+    script("bin/stubborn", "trap '' TERM; sleep 30 & echo $! >> pids; echo $$ >> pids; while :; do sleep 30; done");
     const auto pids = [&] {
         std::istringstream text(test::readHostFile(real.root / "Out/pids"));
         return std::vector<std::string>(std::istream_iterator<std::string>(text), {});
     };
-    for (int i = 0; i < 500 && pids().size() < 6; ++i)
-        loop.wait(10ms);
-    ASSERT_EQ(pids().size(), 6u);
+    const struct {
+        const wchar_t* command;
+        std::chrono::milliseconds grace;
+        int code;
+    } cases[] = {
+        {L"mild", 20s, 128 + SIGTERM},
+        {L"parting", 20s, 0},
+        {L"stubborn", 20ms, 128 + SIGKILL},
+    };
+    for (const auto& c : cases) {
+        const host::HostProcesses::Settings settings{real.root / "log", real.root / "bin:/usr/bin", c.grace};
+        host::HostProcesses own(real.files(), loop, log, real.held, endActions, settings);
+        own.endChildren();
+        const auto child = own.start(c.command, Style::normal);
+        const auto other = own.start(c.command, Style::normal);
+        ASSERT_TRUE(child && other);
+        for (int i = 0; i < 500 && pids().size() < 4; ++i)
+            loop.wait(10ms);
+        ASSERT_EQ(pids().size(), 4u);
 
-    const auto start = std::chrono::steady_clock::now();
-    processes.endChildren();
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
-    const int wanted[] = {128 + SIGTERM, 128 + SIGKILL, 0};
-    for (std::size_t i = 0; i < children.size(); ++i)
-        EXPECT_EQ(processes.exitCode(children[i]), wanted[i]) << i;
-    EXPECT_EQ(test::readHostFile(real.root / "Out/said"), "bye\n") << "asked before it is killed";
-    for (const std::string& pid : pids()) {
-        for (int i = 0; i < 500 && !isOver(pid); ++i)
-            usleep(1000);
-        EXPECT_TRUE(isOver(pid)) << pid;
+        const auto start = std::chrono::steady_clock::now();
+        own.endChildren();
+        EXPECT_LT(std::chrono::steady_clock::now() - start, 15s) << "no longer than they take";
+        for (const auto& ended : {*child, *other}) {
+            std::optional<int> code;
+            for (int i = 0; i < 500 && !(code = own.exitCode(ended)); ++i)
+                loop.wait(10ms);
+            EXPECT_EQ(code, c.code);
+        }
+        for (const std::string& pid : pids()) {
+            for (int i = 0; i < 5000 && !isOver(pid); ++i)
+                usleep(1000);
+            EXPECT_TRUE(isOver(pid)) << pid << " of " << c.code;
+        }
+        fs::remove(real.root / "Out/pids");
     }
+    EXPECT_EQ(test::readHostFile(real.root / "Out/said"), "bye\n");
 }
 
 TEST_F(HostProcesses, theEndOfTheProgramRunsItsEndActionsAndLeavesChildrenAlive)
