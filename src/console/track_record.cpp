@@ -7,7 +7,7 @@ namespace tonquay::console {
 std::string whyNotRead(const TrackRecord& record, std::int32_t row)
 {
     using End = platform::DecodeReport::End;
-    const std::string otherwise = record.problem.empty() ? "it could not be opened for reading" : record.problem;
+    std::string otherwise = record.problem.empty() ? "it could not be opened for reading" : record.problem;
     if (!record.report || record.report->track != row)
         return otherwise;
     switch (record.report->end) {
