@@ -6,6 +6,7 @@
 #include "simulated_disc.h"
 
 #include <algorithm>
+#include <atomic>
 #include <fstream>
 #include <gtest/gtest.h>
 
@@ -221,12 +222,15 @@ TEST(RealDrive, questionsAreAnsweredWhileTheDriveHangs)
     const auto drives = driveOf(disc, 10ms);
     Drive& drive = drives->at(0);
     const auto reader = drive.openDisc();
-    disc.page("slow_read 300000\nslow_command 150000\n");
+    disc.page("slow_read 1500000\nslow_command 150000\n");
     std::vector<std::byte> buffer(Disc::sectorBytes);
-    std::thread reading([&] { EXPECT_EQ(reader->read(0, buffer).sectors, 1u); });
+    std::atomic<bool> isRead = false;
+    std::thread reading([&] {
+        EXPECT_EQ(reader->read(0, buffer).sectors, 1u);
+        isRead = true;
+    });
     std::this_thread::sleep_for(50ms);
 
-    const auto begin = std::chrono::steady_clock::now();
     for (int round = 0; round < 100; ++round) {
         EXPECT_EQ(drive.tracks().size(), 3u);
         EXPECT_FALSE(drive.doorIsOpen());
@@ -235,7 +239,7 @@ TEST(RealDrive, questionsAreAnsweredWhileTheDriveHangs)
         EXPECT_TRUE(drive.openDisc());
         EXPECT_TRUE(drive.names().titles.empty());
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, 100ms);
+    EXPECT_FALSE(isRead) << "no answer waited for the drive";
     reading.join();
     disc.page("");
 }
