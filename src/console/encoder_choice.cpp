@@ -87,23 +87,30 @@ bool answersVersion(std::wstring_view path)
     return kind == encode::EncoderKind::lame || kind == encode::EncoderKind::oggenc;
 }
 
-base::Status tryStart(const std::wstring& encoder, platform::Platform& platform)
+/// `name` is what people call it.
+base::Status tryStart(const std::wstring& encoder, const std::string& name, RunHost& host, platform::Platform& platform)
 {
     constexpr std::chrono::seconds patience{5};
     if (!answersVersion(encoder))
         return {};
     const auto child = platform.processes.start(encoder + L" --version", platform::Processes::WindowStyle::normal);
     if (!child)
-        return child.failure();
+        return Failure{child.failure().kind, name, "the encoder does not start: " + child.failure().text};
     const auto limit = platform.clock.now() + patience;
     std::optional<int> code;
     platform::waitUntil(platform.loop, [&] {
         code = platform.processes.exitCode(*child);
         return code || platform.clock.now() > limit;
     });
-    if (code.value_or(0) != 0)
-        return Failure{Failure::Kind::unavailable, platform.files.hostPath(encoder),
-                       fmt::format("the encoder does not start: asked for its version it ends with status {}", *code)};
+    if (!code) {
+        host.endChildren();
+        return Failure{Failure::Kind::unavailable, name,
+                       fmt::format("the encoder does not work: asked for its version it has not answered in {} s",
+                                   patience.count())};
+    }
+    if (*code != 0)
+        return Failure{Failure::Kind::unavailable, name,
+                       fmt::format("the encoder does not work: asked for its version it ends with status {}", *code)};
     return {};
 }
 
@@ -127,24 +134,26 @@ base::Result<EncoderChoice> chooseEncoder(Format format, const std::optional<std
     EncoderChoice choice{std::wstring(format == Format::ogg ? oggencPath : lamePath)};
     if (format == Format::wav)
         return choice;
+    std::string name = format == Format::ogg ? "oggenc" : "lame";
     if (asked) {
         const base::Result<std::string> found = findAsked(*asked);
         if (!found)
             return found.failure();
-        const std::string name = linkName(*found);
-        const bool makesOgg = encode::pathNames(base::fromHostBytes(name), L"OGG");
+        name = *found;
+        const std::string linked = linkName(*found);
+        const bool makesOgg = encode::pathNames(base::fromHostBytes(linked), L"OGG");
         if (makesOgg != (format == Format::ogg))
             return Failure{Failure::Kind::invalid, "--encoder",
                            makesOgg ? *found + ": makes Ogg files; use --format ogg"
                                     : *found + ": the name of an Ogg encoder holds \"ogg\"; use --format mp3"};
-        const base::Result<std::wstring> linked = host.linkEncoder(*found, name);
-        if (!linked)
-            return linked.failure();
-        choice = {*linked, remarkOnFolder(*found, name)};
+        const base::Result<std::wstring> path = host.linkEncoder(*found, linked);
+        if (!path)
+            return path.failure();
+        choice = {*path, remarkOnFolder(*found, linked)};
     } else if (const base::Status installed = isInstalled(format, host.programs()); !installed) {
         return installed.failure();
     }
-    if (const base::Status starts = tryStart(choice.path, platform); !starts)
+    if (const base::Status starts = tryStart(choice.path, name, host, platform); !starts)
         return starts.failure();
     return choice;
 }

@@ -17,6 +17,7 @@
 #include "platform/diagnostics.h"
 #include "platform/event_loop.h"
 #include "platform/file_system.h"
+#include "platform/processes.h"
 #include "state/rip_settings_file.h"
 #include "state/settings_text.h"
 
@@ -120,9 +121,17 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
         if (session && std::this_thread::get_id() == logic && text.starts_with(lead))
             session->noteProblem(std::string(text.substr(lead.size())));
     };
-    listener.interrupt = [&session] {
-        if (session)
+    platform::Processes* ending = nullptr;
+    listener.interrupt = [&screen, &session, &ending, &host] {
+        if (session) {
             session->interrupt();
+            return;
+        }
+        screen.complain("tonquay: broken off before the first track");
+        if (ending == nullptr)
+            return;
+        host.endChildren();
+        ending->endProgram(static_cast<int>(ExitStatus::incomplete));
     };
     listener.decodeEnd = [&session](const platform::DecodeReport& report) {
         if (session)
@@ -132,6 +141,7 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
     if (!opened)
         return refuse(screen, base::describe(opened.failure()));
     platform::Platform platform = *opened;
+    ending = &platform.processes;
 
     const Format format = formatOf(savedSettings(platform, host), options);
     const auto settings = chooseSettings(screen, options, format, host, platform);

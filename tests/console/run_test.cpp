@@ -283,7 +283,7 @@ TEST(Rip, refusesWhatItCannotDoBeforeAnythingIsWritten)
         {"a data track", {"--tracks", "3"}, "3"},
         {"a track that is not there", {"--tracks", "9"}, "9"},
         {"a title for a track that is not there", {"--title", "9=Night"}, "9"},
-        {"the default format without its encoder", {"--output", "/out"}, "lame.exe"},
+        {"the default format without its encoder", {"--output", "/out"}, "lame: the encoder does not start"},
         {"an encoder that is no program", {"--encoder", "/etc/passwd"}, "/etc/passwd: this is no program"},
         {"an encoder that is not there", {"--encoder", "no such encoder"}, "no program of this name"},
         {"an encoder of the other format", {"-f", "ogg", "--encoder", "/bin/true"}, "holds \"ogg\""},
