@@ -227,7 +227,9 @@ Ended Sandbox::run(const Arguments& arguments, const Environment& more) const
 std::unique_ptr<Child> Sandbox::startRip(const fs::path& disc, const Arguments& more,
                                          const Environment& environment) const
 {
-    Arguments arguments{"rip", "--format", "wav"};
+    Arguments arguments{"rip"};
+    if (std::ranges::find(more, "-f") == more.end())
+        arguments.insert(arguments.end(), {"--format", "wav"});
     if (std::ranges::find(more, "--output") == more.end())
         arguments.insert(arguments.end(), {"--output", out().string()});
     arguments.insert(arguments.end(), more.begin(), more.end());

@@ -75,7 +75,7 @@ public:
     Ended run(const Arguments& arguments, const Environment& more = {}) const;
     std::unique_ptr<Child> start(const Arguments& arguments, const Environment& more = {}) const;
 
-    /// `tonquay rip --format wav --output OUT MORE DISC`; another --output in `more` takes that one's place.
+    /// `tonquay rip --format wav --output OUT MORE DISC`; an -f or --output in `more` takes that one's place.
     Ended rip(const std::filesystem::path& disc, const Arguments& more = {}, const Environment& environment = {}) const;
     std::unique_ptr<Child> startRip(const std::filesystem::path& disc, const Arguments& more = {},
                                     const Environment& environment = {}) const;
