@@ -71,8 +71,8 @@ public:
     /// Makes a read-only file writable for the write or delete that follows. Looking at a file never changes it.
     virtual base::Status clearAttributes(std::wstring_view path) = 0;
 
-    /// Deletes a file. Fails when there is none, and for a file that a living child process was started with and has
-    /// not opened yet.
+    /// Deletes a file. Fails when there is none. A file that a living child process was started with and has not opened
+    /// yet would be lost to it: it goes when the child has ended.
     virtual base::Status remove(std::wstring_view path) = 0;
 
     /// Across file systems too; an existing target is replaced.

@@ -145,7 +145,7 @@ TEST(EncoderSchedules, turboWaitsForTheLastSelectedTrackWhereverItStands)
     }
 }
 
-TEST(EncoderSchedules, sweepLeavesWhatABackgroundEncoderHasNotOpenedYet)
+TEST(EncoderSchedules, sweepTakesWhatABackgroundEncoderHasNotOpenedYetWhenItIsDone)
 {
     EncodedDisc disc(lame, Mode::turbo, 1);
     disc.host.processes.scripts = {{.named = L"Noon",
@@ -155,8 +155,9 @@ TEST(EncoderSchedules, sweepLeavesWhatABackgroundEncoderHasNotOpenedYet)
                                    {.named = L"LAME"}};
     disc.driver.recstart();
     EXPECT_EQ(disc.left(), "-W--");
-    EXPECT_TRUE(disc.host.log.says("Delete a WAV file"));
     EXPECT_TRUE(disc.tagged);
+    disc.host.loop.runFor(2h);
+    EXPECT_EQ(disc.left(), "----");
 }
 
 TEST(EncoderSchedules, stopDuringAnEncoderLetsItEndAndStartsNoOther)

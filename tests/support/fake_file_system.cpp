@@ -322,11 +322,20 @@ Status FakeFileSystem::remove(std::wstring_view path)
         return failure(Failure::Kind::notFound, path, "no such file");
     if (entry->readOnly && !cleared_.contains(keyOf(path)))
         return failure(Failure::Kind::refused, path, "is read-only");
-    if (kept_.contains(keyOf(path)))
-        return failure(Failure::Kind::refused, path, "is about to be opened by a child process");
+    if (const auto kept = kept_.find(keyOf(path)); kept != kept_.end()) {
+        kept->second = true;
+        return {};
+    }
     entries_.erase(keyOf(path));
     cleared_.erase(keyOf(path));
     return {};
+}
+
+void FakeFileSystem::allowRemoval(std::wstring_view path)
+{
+    const auto kept = kept_.extract(keyOf(path));
+    if (!kept.empty() && kept.mapped())
+        entries_.erase(keyOf(path));
 }
 
 Status FakeFileSystem::rename(std::wstring_view from, std::wstring_view to)

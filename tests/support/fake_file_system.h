@@ -76,8 +76,8 @@ public:
     void hold(std::wstring_view path) { ++held_[keyOf(path)]; }
     void release(std::wstring_view path) { --held_[keyOf(path)]; }
     /// As a living child does with a file that it was started with and has not opened yet.
-    void keepFromRemoval(std::wstring_view path) { kept_.insert(keyOf(path)); }
-    void allowRemoval(std::wstring_view path) { kept_.erase(keyOf(path)); }
+    void keepFromRemoval(std::wstring_view path) { kept_[keyOf(path)] = false; }
+    void allowRemoval(std::wstring_view path);
 
     std::map<wchar_t, int> discTracks{{L'D', 0}}; ///< by letter: how many trackNN.cda names are seen there
     std::int64_t capacity = INT64_MAX;            ///< of all files together; a write past it finds the disk full
@@ -106,7 +106,7 @@ private:
     std::map<std::wstring, Entry> entries_; ///< by full path in upper case
     std::map<std::pair<Operation, std::wstring>, std::pair<base::Failure::Kind, int>> troubles_;
     std::map<std::wstring, int> held_;
-    std::set<std::wstring> kept_;
+    std::map<std::wstring, bool> kept_; ///< true: deleted meanwhile, and gone when it is let go
     std::set<std::wstring> cleared_;
     std::map<wchar_t, std::wstring> folders_; ///< each drive's current folder
     wchar_t drive_ = L'C';

@@ -11,6 +11,7 @@
 #include <memory>
 #include <sstream>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace tonquay::host {
 
@@ -20,17 +21,7 @@ struct CloseFolder {
     void operator()(DIR* folder) const { closedir(folder); }
 };
 
-struct Identity {
-    dev_t device = 0;
-    ino_t inode = 0;
-    bool known = false;
-    bool operator==(const Identity& other) const
-    {
-        return known && other.known && device == other.device && inode == other.inode;
-    }
-};
-
-Identity identify(const std::string& path)
+FileIdentity identify(const std::string& path)
 {
     struct stat status {};
     if (stat(path.c_str(), &status) != 0)
@@ -39,7 +30,7 @@ Identity identify(const std::string& path)
 }
 
 /// The same file, or the same name for one that is not there yet: then only its case could tell two apart.
-bool sameFile(const std::string& left, const std::string& right, const Identity& leftIdentity)
+bool sameFile(const std::string& left, const std::string& right, const FileIdentity& leftIdentity)
 {
     return base::sameText(base::fromHostBytes(left), base::fromHostBytes(right)) ||
            (leftIdentity.known && leftIdentity == identify(right));
@@ -74,7 +65,7 @@ std::vector<std::string> withDescendants(pid_t child)
     return processes;
 }
 
-bool hasOpen(pid_t child, const Identity& file)
+bool hasOpen(pid_t child, const FileIdentity& file)
 {
     if (!file.known)
         return false;
@@ -90,18 +81,35 @@ void HeldFiles::childStarted(pid_t child, std::vector<std::string> paths)
 {
     Child started{child, {}};
     for (std::string& path : paths)
-        started.files.push_back({std::move(path), false});
+        started.files.push_back({.path = std::move(path)});
     children_.push_back(std::move(started));
 }
 
 void HeldFiles::childEnded(pid_t child)
 {
-    std::erase_if(children_, [child](const Child& entry) { return entry.process == child; });
+    std::erase_if(children_, [child](const Child& entry) {
+        if (entry.process != child)
+            return false;
+        removeWhatIsLeft(entry);
+        return true;
+    });
 }
 
 void HeldFiles::forgetEnded()
 {
-    std::erase_if(children_, [](const Child& entry) { return !isLiving(entry.process); });
+    std::erase_if(children_, [](const Child& entry) {
+        if (isLiving(entry.process))
+            return false;
+        removeWhatIsLeft(entry);
+        return true;
+    });
+}
+
+void HeldFiles::removeWhatIsLeft(const Child& child)
+{
+    for (const Named& named : child.files)
+        if (named.goesAtEnd == identify(named.path))
+            unlink(named.path.c_str());
 }
 
 bool HeldFiles::inUse(const std::string& path)
@@ -109,7 +117,7 @@ bool HeldFiles::inUse(const std::string& path)
     forgetEnded();
     if (children_.empty())
         return false;
-    const Identity file = identify(path);
+    const FileIdentity file = identify(path);
     return std::ranges::any_of(children_, [&](const Child& child) {
         return hasOpen(child.process, file) ||
                std::ranges::any_of(child.files, [&](const Named& named) { return sameFile(path, named.path, file); });
@@ -118,19 +126,31 @@ bool HeldFiles::inUse(const std::string& path)
 
 bool HeldFiles::awaited(const std::string& path)
 {
+    return find(path, identify(path)) != nullptr;
+}
+
+bool HeldFiles::removeAtEnd(const std::string& path)
+{
+    const FileIdentity file = identify(path);
+    Named* const named = find(path, file);
+    if (named != nullptr)
+        named->goesAtEnd = file;
+    return named != nullptr;
+}
+
+/// The entry of a child that awaits the file; null when none does.
+HeldFiles::Named* HeldFiles::find(const std::string& path, const FileIdentity& file)
+{
     forgetEnded();
-    if (children_.empty())
-        return false;
-    const Identity file = identify(path);
     for (Child& child : children_)
         for (Named& named : child.files) {
             if (named.opened || !sameFile(path, named.path, file))
                 continue;
             named.opened = hasOpen(child.process, file);
             if (!named.opened)
-                return true;
+                return &named;
         }
-    return false;
+    return nullptr;
 }
 
 }

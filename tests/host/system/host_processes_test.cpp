@@ -173,7 +173,6 @@ TEST_F(HostProcesses, filesOfALivingChildAreHeld)
     const auto child = processes.start(L"enc -x in.wav \"C:\\Out\\out.mp3\"", Style::normal);
     ASSERT_TRUE(child);
     auto& files = real.files();
-    EXPECT_FALSE(files.remove(L"IN.wav")) << "not opened yet";
     EXPECT_FALSE(files.openBinary(L"C:\\Out\\out.mp3"));
     EXPECT_FALSE(files.writeWhole(L"OUT.MP3", "x"));
     EXPECT_FALSE(files.copy(L"in.wav", L"out.mp3"));
@@ -186,6 +185,29 @@ TEST_F(HostProcesses, filesOfALivingChildAreHeld)
     while (!processes.exitCode(*child))
         loop.wait(10ms);
     EXPECT_TRUE(files.openBinary(L"out.mp3"));
+}
+
+TEST_F(HostProcesses, aFileThatAChildHasNotOpenedYetGoesAtItsEnd)
+{
+    script("bin/enc", "while [ ! -e go ]; do sleep 0.01; done; cp \"$1\" copy.wav");
+    auto& files = real.files();
+    for (const bool replaced : {false, true}) {
+        test::writeHostFile(real.root / "Out/in.wav", "sound");
+        const auto child = processes.start(L"enc in.wav", Style::normal);
+        ASSERT_TRUE(child);
+        EXPECT_TRUE(files.remove(L"IN.wav"));
+        EXPECT_TRUE(files.fileExists(L"in.wav")) << "it would be lost to the child";
+        if (replaced) {
+            std::filesystem::rename(real.root / "Out/in.wav", real.root / "Out/moved");
+            test::writeHostFile(real.root / "Out/in.wav", "other");
+        }
+        test::writeHostFile(real.root / "Out/go", "");
+        while (!processes.exitCode(*child))
+            loop.wait(10ms);
+        EXPECT_EQ(test::readHostFile(real.root / "Out/copy.wav"), replaced ? "other" : "sound");
+        EXPECT_EQ(files.fileExists(L"in.wav"), replaced);
+        EXPECT_TRUE(files.remove(L"go"));
+    }
 }
 
 TEST_F(HostProcesses, aFileThatNoCommandNamesIsHeldWhileAChildOrItsOwnChildWritesIt)
