@@ -301,4 +301,29 @@ std::vector<std::byte> ripped(const DiscPlan& plan, std::size_t track)
     return waveFile(expectedSound(plan, track));
 }
 
+bool waitFor(const std::function<bool()>& holds)
+{
+    for (const auto end = Clock::now() + timeLimit; Clock::now() < end; std::this_thread::sleep_for(lookEvery))
+        if (holds())
+            return true;
+    return holds();
+}
+
+std::string machineProgram(const std::string& name)
+{
+    std::istringstream folders(std::getenv("PATH"));
+    for (std::string folder; std::getline(folders, folder, ':');)
+        if (const std::string path = folder + '/' + name; ::access(path.c_str(), X_OK) == 0)
+            return path;
+    ADD_FAILURE() << name << " is not on PATH";
+    return {};
+}
+
+void writeScript(const fs::path& path, const std::string& body)
+{
+    fs::create_directories(path.parent_path());
+    writeFile(path, "#!/bin/sh\n" + body);
+    fs::permissions(path, fs::perms::owner_all);
+}
+
 }
