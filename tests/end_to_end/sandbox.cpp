@@ -133,6 +133,11 @@ bool Child::said(std::string_view text, int times)
     return false;
 }
 
+std::string Child::output() const
+{
+    return textOf(out_);
+}
+
 void Child::send(int signal) const
 {
     if (!over_)

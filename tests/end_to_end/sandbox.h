@@ -39,6 +39,7 @@ public:
 
     /// Waits until standard output holds `text`, `times` times. False when the program ends or 20 s pass before.
     bool said(std::string_view text, int times = 1);
+    std::string output() const; ///< standard output so far
     void send(int signal) const;
     bool over();
     /// Waits for its end; kills it after 20 s.
