@@ -217,8 +217,7 @@ TEST(BadEncoder, thatHangsIsWaitedForAfterOneStopAndEndedByTheSecond)
         int begun;        ///< tracks that were read when all encoders that can be at work are
         int encoders;
     };
-    const std::vector<Case> cases{
-        {"single", "", 1, 1}, {"batch", "", 3, 1}, {"turbo", "", 3, 3}, {"turbo", "trap '' TERM INT HUP\n", 3, 3}};
+    const std::vector<Case> cases{{"single", "", 1, 1}, {"batch", "", 3, 1}, {"turbo", "trap '' TERM INT HUP\n", 3, 3}};
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.schedule) + " " + c.deaf);
         const Sandbox box;
