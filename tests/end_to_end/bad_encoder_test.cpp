@@ -113,7 +113,7 @@ TEST(BadEncoder, isAskedForBeforeTheFirstSector)
             return Arguments{};
         };
     };
-    const auto nothing = [](Arguments more) { return [=](const fs::path&) { return more; }; };
+    const auto nothing = [](const Arguments& more) { return [=](const fs::path&) { return more; }; };
     const std::vector<Case> cases{
         {"none", "mp3", nothing({}), "install the package lame"},
         {"none", "ogg", nothing({}), "install the package vorbis-tools"},
@@ -226,7 +226,7 @@ TEST(BadEncoder, thatHangsIsWaitedForAfterOneStopAndEndedByTheSecond)
         const std::string body = std::string(c.deaf) + "sleep 100 &\necho $$ $! >> '" + list.string() + "'\nwait\n";
         const auto rip =
             startMp3Rip(box, makeDisc(box.discs(), plan), {"--json", "--schedule", c.schedule}, withLame(box, body));
-        const auto processes = static_cast<std::size_t>(2 * c.encoders);
+        const auto processes = 2 * static_cast<std::size_t>(c.encoders);
         ASSERT_TRUE(waitFor([&] { return rip->over() || processesIn(list).size() >= processes; }));
         ASSERT_TRUE(rip->said(progressEvent));
 
