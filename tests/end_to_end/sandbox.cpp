@@ -318,8 +318,8 @@ std::string machineProgram(const std::string& name)
 {
     std::istringstream folders(std::getenv("PATH"));
     for (std::string folder; std::getline(folders, folder, ':');)
-        if (const std::string path = folder + '/' + name; ::access(path.c_str(), X_OK) == 0)
-            return path;
+        if (fs::path path = fs::path(folder) / name; ::access(path.c_str(), X_OK) == 0)
+            return path.string();
     ADD_FAILURE() << name << " is not on PATH";
     return {};
 }
