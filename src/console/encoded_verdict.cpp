@@ -36,7 +36,7 @@ std::string fileProblem(const JudgedFile& file, const EncodedExpectation& expect
         return file.problem();
     if (file.length() == 0)
         return "the file is empty; --verbose shows what its encoder says";
-    if (file.changed() < expected.runBegan)
+    if (expected.unwritten || file.changed() < expected.runBegan)
         return "an older file stands there and was not written; --verbose shows what its encoder says";
     return {};
 }

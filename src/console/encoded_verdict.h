@@ -17,6 +17,7 @@ struct EncodedExpectation {
     /// fileTimeNow() (judged_file.h) of the output folder, taken before the run. A file that was written within the
     /// same step of its file system's clock counts as new.
     std::chrono::system_clock::time_point runBegan{};
+    bool unwritten = false; ///< it was older when its encoder had ended: what is new is its tag
     std::wstring title{};
     int track = 0;
     bool tagged = true; ///< false: the tag is the user's own affair, there or not, and is not looked at
@@ -44,7 +45,7 @@ using TagReader = std::function<base::Result<platform::FileTags>(const std::stri
 /// that.
 ///
 /// That a file is new does not prove that its encoder wrote it: tagging changes an old file too. So the encoder's exit
-/// is to be asked as well.
+/// is to be asked as well, and `unwritten` to be found out before the tag is written.
 ///
 /// Costs reading an MP3 once. Never fails; what cannot be read is not whole.
 EncodedVerdict judgeEncoded(const std::string& hostPath, const EncodedExpectation& expected, const TagReader& readTags);

@@ -51,6 +51,7 @@ RunEnd RipSession::run()
         [this](const std::wstring& text) { trackBegins(static_cast<std::int32_t>(base::val(text))); });
     // The WAV file may be gone when its encoder has ended.
     const auto status = main.Label6[state::statusLabel].caption.follow([this](const std::wstring& text) {
+        lookAtEncoders();
         if (text != L"Encoding")
             return;
         judgeWavInHand();
@@ -58,7 +59,11 @@ RunEnd RipSession::run()
             trackLeavesHand();
     });
     program_.followEncoders([this](const encode::StartedEncoder& encoder) { encoderStarted(encoder); });
-    const auto ticking = platform_.loop.every(progressInterval, [this] { showProgress(); });
+    processes_.followEnds([this](platform::Processes::Child child) { encoderEnded(child); });
+    const auto ticking = platform_.loop.every(progressInterval, [this] {
+        lookAtEncoders();
+        showProgress();
+    });
     main.icntla[state::startButton].mouseDown(controls::MouseButton::left);
     main.icntla[state::startButton].mouseUp(controls::MouseButton::left);
     trackLeavesHand();
@@ -66,6 +71,7 @@ RunEnd RipSession::run()
     encodingNow_.reset();
     setGenres();
     program_.followEncoders({});
+    processes_.followEnds({});
     tellRest();
     end_.taken = elapsed();
     view_.runEnds(end_);
@@ -123,6 +129,21 @@ void RipSession::encoderStarted(const encode::StartedEncoder& encoder)
     view_.encodingBegins(factsOf(index, static_cast<int>(encodersStarted())));
 }
 
+/// Those in the background are asked for by nobody else before their files are tagged.
+void RipSession::lookAtEncoders()
+{
+    static_cast<void>(processes_.allEnded());
+}
+
+void RipSession::encoderEnded(platform::Processes::Child child)
+{
+    const auto record = std::ranges::find(records_, child, &TrackRecord::encoder);
+    if (record == records_.end())
+        return;
+    const JudgedFile file(plan_.tracks[static_cast<std::size_t>(record - records_.begin())].hostPath);
+    record->unwritten = !file.problem().empty() || file.changed() < begunAt_;
+}
+
 std::ptrdiff_t RipSession::encodersStarted() const
 {
     return std::ranges::count_if(records_, [](const TrackRecord& record) { return record.encoder.has_value(); });
@@ -144,8 +165,8 @@ void RipSession::setGenres()
     if (plan_.format != Format::mp3 || !genre)
         return;
     for (std::size_t i = 0; i < records_.size(); ++i)
-        // Of an encoder that was never started an older file of the user's may stand there.
-        if (records_[i].encoder.value_or(0) != 0)
+        // Where no encoder has written, an older file of the user's may stand there.
+        if (records_[i].encoder.value_or(0) != 0 && !records_[i].unwritten)
             passOver(platform_.log, setGenreByte(platform_.files, plan_.tracks[i].path, *genre), "Set the genre");
 }
 
@@ -190,6 +211,7 @@ EncodedExpectation RipSession::expectationOf(std::size_t planned) const
     return {.format = plan_.format,
             .playSeconds = playSecondsOf(planned),
             .runBegan = begunAt_,
+            .unwritten = records_[planned].unwritten,
             .title = state.disc.trackTitles(number),
             .track = number,
             .tagged = plan_.format == Format::mp3 || !encode::hasOwnSwitches(state.settings)};

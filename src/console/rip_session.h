@@ -47,6 +47,8 @@ private:
     void trackLeavesHand();
     void judgeWavInHand();
     void encoderStarted(const encode::StartedEncoder& encoder);
+    void lookAtEncoders();
+    void encoderEnded(platform::Processes::Child child);
     std::ptrdiff_t encodersStarted() const;
     double encodedPart() const;
     TrackFacts factsOf(std::size_t planned, int ordinal) const;

@@ -23,8 +23,11 @@ std::optional<int> RunProcesses::exitCode(Child child)
     const auto known = codes_.find(child);
     if (known == codes_.end())
         return real_.exitCode(child);
-    if (!known->second)
+    if (!known->second) {
         known->second = real_.exitCode(child);
+        if (known->second && ended_)
+            ended_(child);
+    }
     return known->second;
 }
 

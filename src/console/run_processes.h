@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <utility>
 
 namespace tonquay::console {
 
@@ -19,12 +20,16 @@ public:
     std::optional<int> exitCode(Child child) override;
     [[noreturn]] void endProgram(int status) override;
 
+    /// Calls `told` for each child whose end is seen from now on, once, before whoever asked goes on.
+    void followEnds(std::function<void(Child)> told) { ended_ = std::move(told); }
+
     /// True when no child that was started here lives any more.
     bool allEnded();
 
 private:
     platform::Processes& real_;
     std::function<void()> beforeEnd_;
+    std::function<void(Child)> ended_;
     std::map<Child, std::optional<int>> codes_;
 };
 

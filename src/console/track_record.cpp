@@ -24,16 +24,18 @@ std::string whyNotRead(const TrackRecord& record, std::int32_t row)
 std::string whyNotEncoded(const TrackRecord& record, std::optional<int> code)
 {
     constexpr int signalBase = 128;
+    constexpr int lastSignal = 64;
     if (!record.encoder)
         return "not encoded: the run was stopped before";
     if (*record.encoder == 0)
         return "the encoder could not be started";
     if (!code)
         return "unfinished: its encoder is still at work";
-    if (*code > signalBase)
+    // Above them are statuses again: programs that answer -1 end with 255.
+    if (*code > signalBase && *code <= signalBase + lastSignal)
         return fmt::format("the encoder was ended by signal {}", *code - signalBase);
     if (*code != 0)
-        return fmt::format("the encoder ended with status {}", *code);
+        return fmt::format("the encoder ended with status {}; --verbose shows what it says", *code);
     return {};
 }
 

@@ -20,6 +20,7 @@ struct TrackRecord {
     std::string problem{};                               ///< what went wrong last while it was in hand
     std::optional<WavVerdict> wav{};                     ///< from when its WAV file was done
     std::optional<platform::Processes::Child> encoder{}; ///< 0: could not be started; nothing: none was
+    bool unwritten = false; ///< when its encoder had ended, its file was older than the run, or not there
 };
 
 /// Why the track in `row` of the list could not be read whole, one sentence; empty when it was.

@@ -133,6 +133,11 @@ bool Child::said(std::string_view text, int times)
     return false;
 }
 
+std::string Child::output() const
+{
+    return textOf(out_);
+}
+
 void Child::send(int signal) const
 {
     if (!over_)
@@ -301,6 +306,31 @@ DiscPlan plainDisc(int tracks, int sectors, DiscFormat format)
 std::vector<std::byte> ripped(const DiscPlan& plan, std::size_t track)
 {
     return waveFile(expectedSound(plan, track));
+}
+
+bool waitFor(const std::function<bool()>& holds)
+{
+    for (const auto end = Clock::now() + timeLimit; Clock::now() < end; std::this_thread::sleep_for(lookEvery))
+        if (holds())
+            return true;
+    return holds();
+}
+
+std::string machineProgram(const std::string& name)
+{
+    std::istringstream folders(std::getenv("PATH"));
+    for (std::string folder; std::getline(folders, folder, ':');)
+        if (fs::path path = fs::path(folder) / name; ::access(path.c_str(), X_OK) == 0)
+            return path.string();
+    ADD_FAILURE() << name << " is not on PATH";
+    return {};
+}
+
+void writeScript(const fs::path& path, const std::string& body)
+{
+    fs::create_directories(path.parent_path());
+    writeFile(path, "#!/bin/sh\n" + body);
+    fs::permissions(path, fs::perms::owner_all);
 }
 
 }

@@ -3,6 +3,7 @@
 #include "support/disc_maker.h"
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -38,6 +39,7 @@ public:
 
     /// Waits until standard output holds `text`, `times` times. False when the program ends or 20 s pass before.
     bool said(std::string_view text, int times = 1);
+    std::string output() const; ///< standard output so far
     void send(int signal) const;
     bool over();
     /// Waits for its end; kills it after 20 s.
@@ -100,5 +102,14 @@ DiscPlan plainDisc(int tracks, int sectors, DiscFormat format = DiscFormat::cueB
 
 /// The WAV file that a track must become.
 std::vector<std::byte> ripped(const DiscPlan& plan, std::size_t track);
+
+/// Waits until it holds. False when 20 s pass before.
+bool waitFor(const std::function<bool()>& holds);
+
+/// Where a program of the machine lies. Fails the test when it is not on PATH.
+std::string machineProgram(const std::string& name);
+
+/// Writes an executable shell script; `body` follows the line that names the shell.
+void writeScript(const std::filesystem::path& path, const std::string& body);
 
 }
