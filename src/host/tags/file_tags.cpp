@@ -5,10 +5,10 @@
 #include "host/tags/bounded_stream.h"
 #include "host/tags/careful_frames.h"
 #include "host/tags/mpeg_sound.h"
+#include "host/tags/ogg_end.h"
 
 #include <id3v1tag.h>
 #include <id3v2tag.h>
-#include <oggpageheader.h>
 #include <vorbisfile.h>
 
 #include <algorithm>
@@ -137,15 +137,6 @@ void readMp3(int descriptor, std::int64_t length, FileTags& tags)
             static_cast<int>(std::lround(static_cast<double>(sound->bytes) * 8 / 1000 / sound->seconds));
 }
 
-bool endsWithItsLastPage(TagLib::Ogg::Vorbis::File& file)
-{
-    const long at = file.rfind("OggS");
-    if (at < 0)
-        return false;
-    const TagLib::Ogg::PageHeader page(&file, at);
-    return page.isValid() && page.lastPageOfStream() && at + page.size() + page.dataSize() <= file.length();
-}
-
 void readOgg(int descriptor, std::int64_t length, FileTags& tags)
 {
     BoundedStream stream(descriptor, length);
@@ -157,11 +148,15 @@ void readOgg(int descriptor, std::int64_t length, FileTags& tags)
     fillIn(tags, *file.tag());
     // Places and rates without sense overflow inside the library.
     const auto sane = [](int value) { return std::max(value, 0); };
+    // The library misses a page whose mark lies across two of its blocks, and takes an earlier one for the last.
+    const std::optional<std::int64_t> end = endOfLastPage(descriptor, length);
+    const int rate = sane(sound->sampleRate());
+    const double seconds = sane(sound->lengthInMilliseconds()) / 1000.0;
     tags.stream = {.bitrateKbps = sane(sound->bitrate()),
-                   .sampleRateHz = sane(sound->sampleRate()),
+                   .sampleRateHz = rate,
                    .channels = sane(sound->channels()),
-                   .seconds = sane(sound->lengthInMilliseconds()) / 1000.0,
-                   .complete = endsWithItsLastPage(file)};
+                   .seconds = end && *end >= 0 && rate > 0 ? static_cast<double>(*end) / rate : seconds,
+                   .complete = end.has_value()};
 }
 
 }

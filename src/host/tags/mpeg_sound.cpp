@@ -109,15 +109,22 @@ std::optional<Frame> frameAt(Window& file, std::int64_t offset)
     return frame;
 }
 
-/// A frame that another of its sort, or the end, follows. Four bytes alone look like a frame too often.
+/// A frame that two others of its sort, or the end before them, follow. Four bytes alone look like a frame too often.
 std::optional<Frame> provenFrameAt(Window& file, std::int64_t offset)
 {
+    constexpr int followers = 2;
     const std::optional<Frame> frame = frameAt(file, offset);
-    if (!frame || offset + frame->bytes == file.end())
-        return frame;
-    const std::optional<Frame> next = frameAt(file, offset + frame->bytes);
-    if (!next || next->versionBits != frame->versionBits || next->sampleRateHz != frame->sampleRateHz)
+    if (!frame)
         return std::nullopt;
+    std::int64_t behind = offset + frame->bytes;
+    for (int i = 0; i < followers && behind != file.end(); ++i) {
+        const std::optional<Frame> next = frameAt(file, behind);
+        if (!next || next->versionBits != frame->versionBits || next->sampleRateHz != frame->sampleRateHz)
+            return std::nullopt;
+        behind += next->bytes;
+        if (behind > file.end())
+            break;
+    }
     return frame;
 }
 

@@ -1,0 +1,74 @@
+#include "host/tags/ogg_end.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <numeric>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include <unistd.h>
+
+namespace tonquay::host {
+
+namespace {
+
+constexpr std::size_t headBytes = 27;
+constexpr std::size_t mostSegments = 255;
+constexpr std::size_t largestPage = headBytes + mostSegments + mostSegments * 255;
+
+std::vector<unsigned char> tailOf(int descriptor, std::int64_t length)
+{
+    const auto bytes = static_cast<std::size_t>(std::clamp<std::int64_t>(length, 0, std::int64_t{largestPage}));
+    std::vector<unsigned char> tail(bytes);
+    for (std::size_t held = 0; held < bytes;) {
+        const ssize_t got =
+            ::pread(descriptor, tail.data() + held, bytes - held, length - static_cast<std::int64_t>(bytes - held));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0)
+            return {};
+        held += static_cast<std::size_t>(got);
+    }
+    return tail;
+}
+
+/// `page` begins with a page's head and goes on to the end of the file.
+bool isWholeLastPage(std::span<const unsigned char> page)
+{
+    constexpr std::string_view mark = "OggS";
+    constexpr std::size_t flagsAt = 5;
+    constexpr std::size_t segmentsAt = 26;
+    constexpr unsigned lastOfStream = 4;
+    if (page.size() < headBytes || !std::ranges::equal(page.first(mark.size()), mark, {}, {},
+                                                       [](char c) { return static_cast<unsigned char>(c); }))
+        return false;
+    const std::size_t segments = page[segmentsAt];
+    if ((page[flagsAt] & lastOfStream) == 0 || page.size() < headBytes + segments)
+        return false;
+    const auto sizes = page.subspan(headBytes, segments);
+    return page.size() == std::accumulate(sizes.begin(), sizes.end(), headBytes + segments);
+}
+
+std::int64_t placeOf(std::span<const unsigned char> page)
+{
+    constexpr std::size_t placeAt = 6;
+    std::uint64_t place = 0;
+    for (std::size_t i = 8; i > 0; --i)
+        place = place << 8 | page[placeAt + i - 1];
+    return static_cast<std::int64_t>(place);
+}
+
+}
+
+std::optional<std::int64_t> endOfLastPage(int descriptor, std::int64_t length)
+{
+    const std::vector<unsigned char> tail = tailOf(descriptor, length);
+    for (std::size_t at = tail.size(); at-- > 0;)
+        if (const auto page = std::span(tail).subspan(at); isWholeLastPage(page))
+            return placeOf(page);
+    return std::nullopt;
+}
+
+}
