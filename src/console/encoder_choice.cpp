@@ -43,7 +43,7 @@ base::Result<std::string> findAsked(const std::string& asked)
             return Failure{Failure::Kind::notFound, "--encoder", asked + ": there is no such file"};
         if (!isProgram(path))
             return Failure{Failure::Kind::invalid, "--encoder", asked + ": this is no program that you may run"};
-        return path.lexically_normal().string();
+        return path.string();
     }
     const char* variable = std::getenv("PATH");
     for (std::string_view rest = variable ? variable : ""; !rest.empty();) {
@@ -108,7 +108,9 @@ base::Status tryStart(const std::wstring& encoder, const std::string& name, RunH
                        fmt::format("the encoder does not work: asked for its version it has not answered in {} s",
                                    patience.count())};
     }
-    if (*code != 0)
+    // A script around an encoder may know nothing of versions; these say that nothing was run, or that it crashed.
+    constexpr int cannotRun = 126;
+    if (*code >= cannotRun)
         return Failure{Failure::Kind::unavailable, name,
                        fmt::format("the encoder does not work: asked for its version it ends with status {}", *code)};
     return {};
@@ -124,6 +126,13 @@ base::Status isInstalled(Format format, const platform::MachinePrograms& program
                    fmt::format("there is no such encoder on PATH; install the package {}, or name another one with "
                                "--encoder",
                                ogg ? "vorbis-tools" : "lame")};
+}
+
+bool isMachinesOggenc(const std::string& program)
+{
+    const base::Result<std::string> machines = findAsked("oggenc");
+    std::error_code error;
+    return machines && fs::equivalent(program, *machines, error) && !error;
 }
 
 }
@@ -146,10 +155,17 @@ base::Result<EncoderChoice> chooseEncoder(Format format, const std::optional<std
             return Failure{Failure::Kind::invalid, "--encoder",
                            makesOgg ? *found + ": makes Ogg files; use --format ogg"
                                     : *found + ": the name of an Ogg encoder holds \"ogg\"; use --format mp3"};
-        const base::Result<std::wstring> path = host.linkEncoder(*found, linked);
-        if (!path)
-            return path.failure();
-        choice = {*path, remarkOnFolder(*found, linked)};
+        if (encode::encoderKind(base::fromHostBytes(linked)) == encode::EncoderKind::xing)
+            return Failure{Failure::Kind::invalid, "--encoder",
+                           *found + ": this encoder has a window of its own and takes no files from others"};
+        choice.remark = remarkOnFolder(*found, linked);
+        // The machine's own oggenc has to be called by way of the adapter that is there for it.
+        if (format != Format::ogg || !host.programs().oggenc || !isMachinesOggenc(*found)) {
+            const base::Result<std::wstring> path = host.linkEncoder(*found, linked);
+            if (!path)
+                return path.failure();
+            choice.path = *path;
+        }
     } else if (const base::Status installed = isInstalled(format, host.programs()); !installed) {
         return installed.failure();
     }

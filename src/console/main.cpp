@@ -84,6 +84,8 @@ int main(int count, char** arguments)
 {
     // A reader of our output that ends early costs its own lines only, not a track that is half written.
     std::signal(SIGPIPE, SIG_IGN);
+    // Whoever started us may have had children's ends ignored; then no encoder's status would reach us.
+    std::signal(SIGCHLD, SIG_DFL);
     console::StandardScreen screen;
     const std::vector<std::string> words(arguments + (count > 0 ? 1 : 0), arguments + count);
     return static_cast<int>(console::run(words, screen, makeHost));

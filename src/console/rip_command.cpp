@@ -13,6 +13,7 @@
 #include "console/screen_text.h"
 #include "disc/handover_file.h"
 #include "disc/handover_writer.h"
+#include "encode/encoder_kind.h"
 #include "engine/extraction_to_wav.h"
 #include "platform/diagnostics.h"
 #include "platform/event_loop.h"
@@ -64,7 +65,7 @@ std::string whatCameBackWrong(const state::RipSettings& wanted, const state::Rip
         return files.hostPath(wanted.outputFolder) +
                ": files cannot be written to a folder of this name; choose one of UTF-8 letters, without double "
                "quotes, line ends and blanks at its ends";
-    if (wanted.encoderCmdLine != taken.encoderCmdLine)
+    if (base::trim(wanted.encoderCmdLine) != base::trim(taken.encoderCmdLine))
         return "--encoder-options: double quotes and line ends cannot be handed on";
     return {};
 }
@@ -90,6 +91,8 @@ base::Result<state::RipSettings> chooseSettings(Screen& screen, const RipOptions
     if (encoder->remark)
         screen.complain("tonquay: " + shownBytes(*encoder->remark));
     places.encoder = encoder->path;
+    if (options.vbrQuality && encode::encoderKind(places.encoder) != encode::EncoderKind::lame)
+        return Failure{Failure::Kind::invalid, "--vbr", "only LAME has this"};
     auto settings = settingsForRun(saved, options, places);
     if (settings && base::isBlank(settings->outputFolder))
         return Failure{Failure::Kind::invalid, {}, "no output folder is set; name one with --output"};
@@ -167,6 +170,7 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
         return refuse(screen, wrong);
     RipPlan plan = makePlan(format, *rows, named, program.state().disc, program.state().settings, platform.files);
     if (plan.oneByOne) {
+        platform.log.line("schedule", "This disc and encoder are encoded track by track");
         program.state().settings.encodeSingle = 1;
         program.state().settings.turboMode = 0;
     }

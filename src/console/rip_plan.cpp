@@ -62,14 +62,18 @@ RipPlan makePlan(Format format, const std::vector<std::size_t>& rows, const plat
     run.destFolder = naming::outputFolder(settings, disc);
     RipPlan plan{.folder = files.hostPath(run.destFolder), .format = format, .tracks = {}};
     plan.wavsPileUp = settings.deleteWav != 1 || settings.encodeSingle != 1 || settings.turboMode == 1;
-    plan.oneByOne = encode::losesBatchInput(settings);
+    const bool batch = settings.encodeSingle != 1;
+    // Whose WAV files are looked for again by their names, after they were made.
+    const bool looksAgain = format != Format::wav && (batch || (settings.turboMode == 1 && settings.deleteWav == 1));
+    plan.oneByOne = format != Format::wav && batch && encode::batchIsUnsafe(settings);
     for (const std::size_t row : rows) {
         PlannedTrack planned;
         planned.row = static_cast<std::int32_t>(row);
         planned.track = table.tracks[row];
         run.currentName = naming::fileName(settings.nameFormat, disc, planned.row + 1, naming::shortestRippedName);
-        plan.oneByOne = plan.oneByOne || run.currentName != naming::fileName(settings.nameFormat, disc, planned.row + 1,
-                                                                             naming::shortestRebuiltName);
+        if (looksAgain && run.currentName !=
+                              naming::fileName(settings.nameFormat, disc, planned.row + 1, naming::shortestRebuiltName))
+            plan.oneByOne = true;
         planned.wavPath = naming::joined(run.destFolder, run.currentName + L".wav");
         planned.wavHostPath = files.hostPath(planned.wavPath);
         planned.path = planned.wavPath;

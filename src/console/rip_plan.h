@@ -29,8 +29,8 @@ struct RipPlan {
     std::string folder; ///< host path of the folder that the files go to
     Format format = Format::wav;
     bool wavsPileUp = false; ///< the WAV files of all tracks are there at one time
-    /// A batch would not find its WAV files: a title of one letter gives its file another name, and one encoder is
-    /// handed a wrong path. One track at a time the run makes the same files.
+    /// WAV files would not be found again, since a title of one letter gives its file another name, or the encoder's
+    /// batch is unsafe. One track at a time the run makes the same files.
     bool oneByOne = false;
     std::vector<PlannedTrack> tracks;
 };

@@ -9,11 +9,23 @@
 #include "console/run_host.h"
 #include "console/run_processes.h"
 #include "encode/commands.h"
+#include "encode/encoder_kind.h"
 
 #include <algorithm>
 #include <filesystem>
 
 namespace tonquay::console {
+
+namespace {
+
+/// Tags of Ogg files are switches of their encoder, which only one kind is given.
+bool carriesOggTags(const state::RipSettings& settings)
+{
+    return !encode::hasOwnSwitches(settings) &&
+           encode::encoderKind(settings.encoderPath) == encode::EncoderKind::oggenc;
+}
+
+}
 
 RipSession::RipSession(app::Program& program, platform::Platform platform, RunProcesses& processes, RunHost& host,
                        RipView& view, RipPlan plan)
@@ -67,6 +79,7 @@ RunEnd RipSession::run()
     main.icntla[state::startButton].mouseDown(controls::MouseButton::left);
     main.icntla[state::startButton].mouseUp(controls::MouseButton::left);
     trackLeavesHand();
+    showRestOfEncoders();
     platform::waitUntil(platform_.loop, [this] { return processes_.allEnded() && !program_.lateTags().pending(); });
     encodingNow_.reset();
     setGenres();
@@ -144,6 +157,18 @@ void RipSession::encoderEnded(platform::Processes::Child child)
     record->unwritten = !file.problem().empty() || file.changed() < begunAt_;
 }
 
+/// What is waited for under Turbo when the run is over.
+void RipSession::showRestOfEncoders()
+{
+    for (std::size_t i = records_.size(); i-- > 0;) {
+        if (!records_[i].encoder || processes_.exitCode(*records_[i].encoder))
+            continue;
+        encodingNow_ = i;
+        view_.encodingBegins(factsOf(i, static_cast<int>(i) + 1));
+        return;
+    }
+}
+
 std::ptrdiff_t RipSession::encodersStarted() const
 {
     return std::ranges::count_if(records_, [](const TrackRecord& record) { return record.encoder.has_value(); });
@@ -185,12 +210,9 @@ TrackVerdict RipSession::verdictOn(std::size_t planned)
     if (!encodes() || !verdict.whole)
         return verdict;
 
-    const state::RipSettings& settings = program_.state().settings;
-    if (!encode::takesWholeBatch(settings) || settings.encodeSingle == 1) {
-        const auto code = record.encoder ? processes_.exitCode(*record.encoder) : std::nullopt;
-        verdict.text = whyNotEncoded(record, code);
-        verdict.whole = verdict.text.empty();
-    }
+    const auto code = record.encoder ? processes_.exitCode(*record.encoder) : std::nullopt;
+    verdict.text = whyNotEncoded(record, code);
+    verdict.whole = verdict.text.empty();
     if (verdict.whole) {
         const EncodedVerdict file = judgeEncoded(track.hostPath, expectationOf(planned),
                                                  [this](const std::string& path) { return host_.readTags(path); });
@@ -214,7 +236,7 @@ EncodedExpectation RipSession::expectationOf(std::size_t planned) const
             .unwritten = records_[planned].unwritten,
             .title = state.disc.trackTitles(number),
             .track = number,
-            .tagged = plan_.format == Format::mp3 || !encode::hasOwnSwitches(state.settings)};
+            .tagged = plan_.format == Format::mp3 || carriesOggTags(state.settings)};
 }
 
 void RipSession::tell(std::size_t planned, const TrackVerdict& verdict)

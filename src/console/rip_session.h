@@ -48,6 +48,7 @@ private:
     void judgeWavInHand();
     void encoderStarted(const encode::StartedEncoder& encoder);
     void lookAtEncoders();
+    void showRestOfEncoders();
     void encoderEnded(platform::Processes::Child child);
     std::ptrdiff_t encodersStarted() const;
     double encodedPart() const;

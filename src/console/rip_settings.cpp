@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include <array>
 #include <utility>
 
 namespace tonquay::console {
@@ -46,12 +47,19 @@ std::string problemWith(Format format, const RipOptions& options)
         return missing;
     if (options.bitrate && format != Format::wav && !bitrateFits(*options.bitrate, format))
         return fmt::format("--bitrate: {} does not fit the format {}", *options.bitrate, formatName(format));
-    if (format == Format::mp3)
-        return {};
-    for (const auto& [name, given] : {std::pair{"--vbr", options.vbrQuality.has_value()},
-                                      std::pair{"--mono", options.mono}, std::pair{"--crc", options.crc}})
-        if (given)
-            return fmt::format("{}: only --format mp3 has this", name);
+    const auto firstOf = [](const auto& candidates) -> const char* {
+        for (const auto& [name, given] : candidates)
+            if (given)
+                return name;
+        return nullptr;
+    };
+    const std::array mp3Only{std::pair{"--vbr", options.vbrQuality.has_value()}, std::pair{"--mono", options.mono},
+                             std::pair{"--crc", options.crc}};
+    if (const char* name = firstOf(mp3Only); name != nullptr && format != Format::mp3)
+        return fmt::format("{}: only --format mp3 has this", name);
+    const char* replaced = options.bitrate ? "--bitrate" : firstOf(mp3Only);
+    if (options.encoderOptions && replaced != nullptr)
+        return fmt::format("{}: --encoder-options stands in its place; say it there", replaced);
     return {};
 }
 

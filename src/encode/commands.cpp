@@ -68,9 +68,10 @@ bool takesWholeBatch(const state::RipSettings& settings)
     return !hasOwnSwitches(settings) && encoderKind(settings.encoderPath) == EncoderKind::blade;
 }
 
-bool losesBatchInput(const state::RipSettings& settings)
+bool batchIsUnsafe(const state::RipSettings& settings)
 {
-    return !hasOwnSwitches(settings) && encoderKind(settings.encoderPath) == EncoderKind::mp3enc;
+    return takesWholeBatch(settings) ||
+           (!hasOwnSwitches(settings) && encoderKind(settings.encoderPath) == EncoderKind::mp3enc);
 }
 
 std::wstring encodedPath(const state::RipSettings& settings, const state::RunInHand& run)

@@ -39,9 +39,9 @@ bool hasOwnSwitches(const state::RipSettings& settings);
 /// True when the batch is the one bladeBatchCommand(): a `blade` without own switches.
 bool takesWholeBatch(const state::RipSettings& settings);
 
-/// True when batchCommand() names an input that is not there: an `mp3enc` gets folder and name without a separator, which
-/// only a folder that ends in one makes right.
-bool losesBatchInput(const state::RipSettings& settings);
+/// True for encoders whose batch may cost files: a `blade` is handed every WAV file of the folder, whoever made it; an
+/// `mp3enc` gets folder and name without a separator, which only a folder that ends in one makes right.
+bool batchIsUnsafe(const state::RipSettings& settings);
 
 /// Where the encoded file of the track in hand comes to be: beside its WAV file, with the ending that the encoder is
 /// told, or makes by itself: ".ogg" for `oggenc`, the user's own ending for a `blade` that is told it, ".mp3" for the

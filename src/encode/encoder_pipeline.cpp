@@ -134,7 +134,11 @@ void EncoderPipeline::tell(const state::RipSettings& settings, std::int32_t row,
 {
     if (!started_)
         return;
-    started_({.row = row, .child = child, .encodedPath = encodedPath(settings, state_.run)});
+    std::wstring path = encodedPath(settings, state_.run);
+    // The tagger looks for an MP3 file whatever the encoder is called, so its follower does too.
+    if (path.empty() && encoderKind(settings.encoderPath) == EncoderKind::generic)
+        path = naming::joined(state_.run.destFolder, state_.run.currentName + L".mp3");
+    started_({.row = row, .child = child, .encodedPath = std::move(path)});
 }
 
 }

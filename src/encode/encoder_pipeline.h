@@ -16,7 +16,7 @@ namespace tonquay::encode {
 struct StartedEncoder {
     std::int32_t row = 0; ///< of list1
     platform::Processes::Child child = 0;
-    std::wstring encodedPath; ///< the file that it makes
+    std::wstring encodedPath; ///< the file that it makes, as far as is known; empty for one with its own window
 };
 
 /// Starts the outside encoders of a run and takes the WAV files away that they are done with.

@@ -129,13 +129,12 @@ constexpr std::array plugger{
 };
 // clang-format on
 
-/// The batch of this form has always joined folder and name without a backslash: it finds its input only where the
-/// folder ends in one.
+/// Its batch joins folder and name without a backslash, so it finds its input only where the folder ends in one.
 constexpr auto mp3encInput = [](const Job& job) {
     return inSingle(job) ? wavPath(job) : quoted(job.run.destFolder + job.run.currentName + L".wav");
 };
 
-/// And its output has always had one, at a drive root too.
+/// Its output has one, at a drive root too.
 constexpr auto mp3encOutput = [](const Job& job) {
     return quoted(job.run.destFolder + L'\\' + job.run.currentName + L".mp3");
 };

@@ -23,7 +23,7 @@ struct AppState {
     EngineState engine;
     WindowState window;
     tags::TagState tags;
-    std::array<std::wstring, 7> tagClipboard; ///< title, artist, album, year, genre, comment, track
+    std::array<std::wstring, 7> tagClipboard; ///< title, artist, album, comment, year, genre, track
     TrackTable<std::int32_t> analogTrackSeconds;
 };
 

@@ -57,6 +57,9 @@ TEST(EncodedNames, ofAllScriptsAreExactInOggAndAsFarAsBytesGoInMp3)
     EXPECT_EQ(facts["genre"], "Café del Mar");
     EXPECT_EQ(facts["comment"], "Größe: “XL” €5");
     EXPECT_EQ(facts["track"], "3");
+    const Ended named = box.rip(disc, {"-f", "ogg", "--encoder", "oggenc", "-t", "1"}, bare);
+    EXPECT_EQ(named.status, 0) << named.all();
+    EXPECT_EQ(soundFacts(box.out() / (folder + "Élan vital.ogg"))["comment"], "Größe: “XL” €5");
     fs::remove_all(box.out());
 
     const Ended mp3 = box.rip(disc, {"-f", "mp3", "-s", "turbo"}, bare);

@@ -7,9 +7,11 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <fcntl.h>
 #include <spawn.h>
 #include <string_view>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -91,6 +93,20 @@ base::Failure startFailure(const SpawnRequest& request, int error)
     return systemFailure(request.program, "started", error);
 }
 
+/// The file behind its end; one that is large enough is put aside before.
+Descriptor openOutput(const std::string& path)
+{
+    constexpr off_t mostBytes = 1 << 20;
+    constexpr int flags = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY;
+    constexpr mode_t ownerOnly = 0600;
+    Descriptor file(open(path.c_str(), flags, ownerOnly));
+    struct stat status {};
+    if (!file || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size < mostBytes)
+        return file;
+    std::rename(path.c_str(), (path + ".1").c_str());
+    return Descriptor(open(path.c_str(), flags, ownerOnly));
+}
+
 }
 
 bool isLiving(pid_t child)
@@ -103,7 +119,7 @@ bool isLiving(pid_t child)
 base::Result<pid_t> spawn(const SpawnRequest& request)
 {
     // Opened here and not by the child, so that a log that cannot be written does not keep an encoder from its work.
-    Descriptor output(open(request.outputFile.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY, 0600));
+    Descriptor output = openOutput(request.outputFile);
     if (!output)
         output = Descriptor(open("/dev/null", O_WRONLY | O_CLOEXEC));
 
