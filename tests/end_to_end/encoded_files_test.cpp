@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
 #include <set>
 
 namespace tonquay::test {
@@ -86,9 +87,11 @@ TEST(Encoded, everyScheduleMakesTaggedFilesAndNothingElse)
                 expectTagged(box.out(), format == std::string("mp3") ? "mp3" : "vorbis", ending);
                 if (format == std::string("mp3")) {
                     const auto blocks = id3v1Facts(box.out());
-                    ASSERT_EQ(blocks.size(), 3u);
-                    EXPECT_EQ(blocks.at(album + "Song 2.mp3"),
-                              (Id3v1Facts{"Song 2", "Ann Lee", "First Light", "1999", "Live at home", "2", "17"}));
+                    std::map<std::string, Id3v1Facts> wanted;
+                    for (const std::string number : {"1", "2", "3"})
+                        wanted[album + "Song " + number + ".mp3"] = {"Song " + number, "Ann Lee", "First Light", "1999",
+                                                                     "Live at home",   number,    "17"};
+                    EXPECT_EQ(blocks, wanted);
                 }
                 if (keep) {
                     const Tree files = treeOf(box.out());

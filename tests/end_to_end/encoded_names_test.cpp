@@ -79,8 +79,8 @@ TEST(EncodedNames, ofAllScriptsAreExactInOggAndAsFarAsBytesGoInMp3)
 
 TEST(EncodedNames, nothingOfANameBecomesAnArgumentOrAPathOfItsOwn)
 {
-    const std::string hostile = "a\" -o \"other.ogg\" $(touch p) `touch q` ; touch r \\";
-    const std::string arrives = "a' -o 'other.ogg' $(touch p) 'touch q' ; touch r";
+    const std::string hostile = "a\" -o \"other.ogg\" $(touch p) `touch q` ~ \x01; touch r \\";
+    const std::string arrives = "a' -o 'other.ogg' $(touch p) 'touch q' - ; touch r";
     const Sandbox box;
     DiscPlan plan = plainDisc(2, 75);
     const fs::path disc = makeDisc(box.discs(), plan);
@@ -88,7 +88,7 @@ TEST(EncodedNames, nothingOfANameBecomesAnArgumentOrAPathOfItsOwn)
                           "1=-rf `x` \"y\"", "--title",         "2=two\nlines\\", "--genre",  hostile,
                           "--year",          "1999\\",          "--comment",      hostile};
     for (const char* format : {"ogg", "mp3"})
-        for (const char* schedule : {"single", "batch"}) {
+        for (const char* schedule : {"single", "batch", "turbo"}) {
             SCOPED_TRACE(std::string(format) + ' ' + schedule);
             Arguments more{"-f", format, "-s", schedule};
             more.insert(more.end(), given.begin(), given.end());
@@ -105,6 +105,14 @@ TEST(EncodedNames, nothingOfANameBecomesAnArgumentOrAPathOfItsOwn)
             EXPECT_EQ(facts["album"], "--delete");
             EXPECT_EQ(facts["date"], "1999");
             EXPECT_EQ(facts["comment"], format == std::string("ogg") ? arrives : arrives.substr(0, 28));
+            SoundFacts second = soundFacts(box.out() / (folder + "twolines" + ending));
+            EXPECT_EQ(second["title"], "twolines");
+            EXPECT_EQ(second["track"], "2");
+            if (format == std::string("ogg")) {
+                EXPECT_EQ(second["genre"], arrives);
+            } else {
+                EXPECT_EQ(linesOf(ended.err), 1) << "no byte for this genre: " << ended.err;
+            }
             fs::remove_all(box.out());
         }
 }
