@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "console/command_line.h"
+#include "encode/encoder_kind.h"
 
 #include <fmt/format.h>
 
@@ -71,7 +72,7 @@ Format formatOf(const state::RipSettings& saved, const RipOptions& options)
         return *options.format;
     if (saved.ripToWma == 1)
         return Format::wma;
-    if (base::upper(saved.encoderPath).find(L"OGG") != std::wstring::npos)
+    if (encode::pathNames(saved.encoderPath, L"OGG"))
         return Format::ogg;
     return saved.encodeWanted == 1 ? Format::mp3 : Format::wav;
 }

@@ -1,5 +1,6 @@
 #include "naming/file_name.h"
 
+#include "base/format.h"
 #include "base/numbers.h"
 #include "base/text.h"
 
@@ -17,10 +18,7 @@ std::wstring ruled(std::int16_t nameFormat, const state::DiscInfo& disc, std::in
     case NameFormat::album: return disc.discAlbum + base::str(number);
     case NameFormat::artistAlbum: return disc.discArtist + L" - " + disc.discAlbum + base::str(number);
     case NameFormat::artistTrackName: return disc.discArtist + L" - " + title;
-    case NameFormat::numberTrackName: {
-        const std::wstring padded = L"0" + base::digits(number);
-        return padded.substr(padded.size() - 2) + L" - " + title;
-    }
+    case NameFormat::numberTrackName: return base::lastTwoDigits(number) + L" - " + title;
     }
     return {};
 }

@@ -3,6 +3,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "encode/bitrates.h"
+#include "encode/encoder_kind.h"
 #include "naming/file_name.h"
 #include "naming/nonasc.h"
 #include "naming/output_folder.h"
@@ -240,7 +241,7 @@ void RipDriver::pressPower()
 
 bool RipDriver::encoderNameHas(std::wstring_view word) const
 {
-    return base::upper(state_.settings.encoderPath).find(word) != std::wstring::npos;
+    return encode::pathNames(state_.settings.encoderPath, word);
 }
 
 bool RipDriver::encoderIsWanted() const
