@@ -57,8 +57,8 @@ double processorSeconds()
 
 }
 
-/// Rips an image with the whole program and tells the longest gaps between two passes of the loop; then lies idle on the
-/// disc and tells the processor time of it.
+/// Rips an image with the whole program and tells the longest gaps between two passes of the loop; then lies idle on
+/// the disc and tells the processor time of it.
 ///
 ///     loop_watch IMAGE FOLDER [IDLE-SECONDS]
 int main(int count, char** arguments)
@@ -74,8 +74,8 @@ int main(int count, char** arguments)
         return 1;
     const platform::Platform real = host.platform();
     WatchedLoop loop(real.loop);
-    platform::Platform platform{real.files,  real.processes, loop,     real.clock, real.dialogs,
-                                real.engine, real.acd,       real.settings, real.system, real.log};
+    platform::Platform platform{real.files, real.processes, loop,        real.clock, real.dialogs, real.engine,
+                                real.acd,   real.settings,  real.system, real.help,  real.log};
     const auto table = host.discs().read(L'D');
     if (!table)
         return 1;

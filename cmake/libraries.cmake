@@ -1,7 +1,7 @@
 # Outside libraries, all from Debian 12. packages.txt names the packages that bring them.
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
-find_package(Qt6 REQUIRED COMPONENTS Core)
+find_package(Qt6 REQUIRED COMPONENTS Core Widgets Svg)
 find_package(fmt REQUIRED)
 find_package(CLI11 REQUIRED)
 find_package(nlohmann_json REQUIRED)
@@ -18,6 +18,7 @@ target_link_libraries(sdl_headers INTERFACE ${CMAKE_DL_LIBS})
 
 if(TONQUAY_TESTS)
     find_package(GTest REQUIRED)
+    find_package(Qt6 REQUIRED COMPONENTS Test)
 endif()
 if(TONQUAY_BENCH)
     find_package(benchmark REQUIRED)

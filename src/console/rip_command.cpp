@@ -164,7 +164,7 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
             session->breakOff("the program was ended");
     });
     app::Program program({platform.files, processes, platform.loop, platform.clock, platform.dialogs, platform.engine,
-                          platform.acd, platform.settings, platform.system, platform.log});
+                          platform.acd, platform.settings, platform.system, platform.help, platform.log});
     program.start(programFolder);
     if (const auto wrong = whatCameBackWrong(*settings, program.state().settings, platform.files); !wrong.empty())
         return refuse(screen, wrong);

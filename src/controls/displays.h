@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 namespace tonquay::controls {
 
@@ -17,6 +18,14 @@ struct ProgressPanel {
     Property<std::int32_t> barColour{0}; ///< 0x00BBGGRR
 
     Handler<double> mouseUp; ///< released by the user at this fraction of its width, 0 to 1
+};
+
+/// A part of a window that carries other controls.
+struct Panel {
+    Property<bool> visible{true};
+    Property<std::wstring> toolTip;
+
+    Handler<MouseButton> mouseUp; ///< on the panel itself, or with the right button on what it carries
 };
 
 /// One channel of a level meter: a picture of the full bar, with a box over the part that is not reached.

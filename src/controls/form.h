@@ -26,6 +26,10 @@ public:
     Property<std::int32_t> width{0};
     Property<std::int32_t> height{0};
 
+    Handler<Key> keyDown;           ///< a key that no control of the form has taken
+    Handler<MouseButton> mouseDown; ///< on the background
+    Handler<> doubleClick;          ///< likewise
+
     Handler<> onLoad;
     Handler<> onQueryUnload;
     Handler<> design;
@@ -40,6 +44,9 @@ public:
 
     /// Told when an already shown form is to come to the front.
     Followers<> broughtToFront;
+
+    /// Told when the pressed mouse is to move the window from now on, as if it held the title bar.
+    Followers<> heldByPointer;
 
 private:
     Property<State> state_{State::notLoaded};

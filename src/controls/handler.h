@@ -30,4 +30,7 @@ private:
 /// The mouse button of a press or release.
 enum class MouseButton { none = 0, left = 1, right = 2 };
 
+/// The keys of the keyboard that a window as a whole answers to.
+enum class Key { escape = 27, f1 = 112 };
+
 }

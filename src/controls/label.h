@@ -20,6 +20,8 @@ struct Label {
     Property<std::wstring> fontName;    ///< empty: the design's own
     Property<std::int32_t> fontSize{0}; ///< points; 0: the design's own
     Property<std::int32_t> left{0};     ///< twips
+    Property<std::int32_t> width{0};    ///< twips; a view that draws the text says what it takes
+    Property<std::wstring> toolTip;
 
     Handler<MouseButton> mouseDown;
     Handler<MouseButton> mouseUp;
@@ -30,6 +32,8 @@ struct Label {
 struct Image {
     Property<int> picture{0};
     Property<bool> visible{true};
+    Property<bool> enabled{true};
+    Property<std::wstring> toolTip;
 
     Handler<MouseButton> mouseDown;
     Handler<MouseButton> mouseUp;

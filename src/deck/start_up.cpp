@@ -121,7 +121,7 @@ void StartUp::showPathControls()
     const bool engine = state_.path.ripEngineMode != 1;
     main_.lblTrackTime.visible = engine;
     main_.lblTrackTot.visible = engine;
-    main_.SSPanel1Visible = engine;
+    main_.SSPanel1.visible = engine;
 }
 
 void StartUp::clearFlags()

@@ -9,6 +9,7 @@ class Diagnostics;
 class Dialogs;
 class EventLoop;
 class FileSystem;
+class HelpViewer;
 class Processes;
 class SettingsStore;
 class SystemInfo;
@@ -24,6 +25,7 @@ struct Platform {
     AcdControl& acd;
     SettingsStore& settings;
     SystemInfo& system;
+    HelpViewer& help;
     Diagnostics& log;
 };
 

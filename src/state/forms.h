@@ -3,6 +3,7 @@
 #include "state/cdrip1_controls.h"
 #include "state/id3auto_controls.h"
 #include "state/other_forms.h"
+#include "state/popa_controls.h"
 #include "state/ripdeck_controls.h"
 
 #include <tuple>
@@ -20,6 +21,7 @@ public:
     CdrecaltControls& cdrecalt() { return touch(cdrecalt_); }
     TrkcustControls& trkcust() { return touch(trkcust_); }
     Id3autoControls& id3auto() { return touch(id3auto_); }
+    PopaControls& popa() { return touch(popa_); }
 
     /// A form's controls without loading it: for its own behaviour and its view, and to show or unload it. A form that
     /// does its work while it loads and then unloads itself must not be touched first and shown after.
@@ -44,10 +46,10 @@ private:
     }
 
     std::tuple<Cdrip1Controls&, CdriptabControls&, CdripbgControls&, CdrecaltControls&, TrkcustControls&,
-               Id3autoControls&>
+               Id3autoControls&, PopaControls&>
     all()
     {
-        return {cdrip1_, cdriptab_, cdripbg_, cdrecalt_, trkcust_, id3auto_};
+        return {cdrip1_, cdriptab_, cdripbg_, cdrecalt_, trkcust_, id3auto_, popa_};
     }
 
     RipdeckControls ripdeck_;
@@ -57,6 +59,7 @@ private:
     CdrecaltControls cdrecalt_;
     TrkcustControls trkcust_;
     Id3autoControls id3auto_;
+    PopaControls popa_;
 };
 
 }

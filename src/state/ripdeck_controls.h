@@ -56,6 +56,8 @@ enum KeyLook : int { idleLook = 0, pressedLook = 1, runningLook = 2 };
 
 /// The main window.
 struct RipdeckControls {
+    static constexpr std::int32_t captionFontSize = 14; ///< points, of artist, album and title in the design
+
     controls::Form form;
 
     controls::MultiSelectList list1;        ///< the track list
@@ -65,6 +67,8 @@ struct RipdeckControls {
     controls::Label Label12;                ///< artist and album
     controls::Label Label13;                ///< title of the track in work
     controls::Label Label28;                ///< the Power control
+    controls::Label Label2;                 ///< puts the balance in the middle
+    controls::Label tqtxt;                  ///< opens the popup menu
     controls::Label Label66;                ///< lit during a preview
     std::array<controls::Label, 2> LabelP;  ///< preview on, preview off
     controls::Label lblTrackTime;
@@ -73,13 +77,17 @@ struct RipdeckControls {
     std::array<controls::Image, 7> icntla;  ///< by TransportKey
     std::array<controls::Image, 9> image10; ///< by CommandKey
     std::array<controls::Label, 9> Label10; ///< their captions, which carry the same commands
+    controls::Image Image95;                ///< opens the popup menu
+    controls::Image Image15;                ///< starts the mixer
+    controls::Image mixicon;                ///< likewise; the mixer's own picture
 
     controls::ProgressPanel Trackprogress;
     controls::ProgressPanel Totalprogress;
     std::array<controls::VuMeter, 2> picVUMeter; ///< left, right
 
     controls::Property<std::int32_t> listBorderColour{0};
-    controls::Property<bool> SSPanel1Visible{true}; ///< the panel with volume and balance
+    controls::Panel SSPanel1; ///< carries volume and balance
+    controls::Panel SSPanel2; ///< puts the volume in the middle
     controls::Slider SliderVolume{{-100, 0, -50}, controls::Slider::OnCode::fires};
     controls::Slider SliderBalance{{-100, 100, 0}, controls::Slider::OnCode::fires};
 

@@ -90,7 +90,7 @@ TEST_F(Deck, masterFileDecidesThePath)
     host.acd.drives = {{L"D", {61000, 62000}}};
     startUp.run(L"C:\\CDTONQUAY");
     EXPECT_EQ(state.path.ripEngineMode, 1) << "whatever the other file says";
-    EXPECT_FALSE(main.SSPanel1Visible);
+    EXPECT_FALSE(main.SSPanel1.visible);
     EXPECT_FALSE(main.lblTrackTime.visible);
     EXPECT_EQ(main.list1.rowCount(), 2);
     EXPECT_FALSE(forms.loaded<state::Cdrip1Controls>());
@@ -104,7 +104,7 @@ TEST_F(Deck, driveThatTheControlCannotReadFallsBackToTheEngineForGood)
     ASSERT_EQ(host.dialogs.boxes.size(), 1U);
     EXPECT_EQ(host.dialogs.boxes[0].icon, platform::Dialogs::Icon::stop);
     EXPECT_EQ(host.files.contents(L"C:\\CDTONQUAY\\riptype.ini"), "\"0\"\r\n");
-    EXPECT_TRUE(main.SSPanel1Visible);
+    EXPECT_TRUE(main.SSPanel1.visible);
     EXPECT_TRUE(forms.loaded<state::Cdrip1Controls>());
 }
 

@@ -9,6 +9,7 @@
 #include "support/fake_discs.h"
 #include "support/fake_event_loop.h"
 #include "support/fake_file_system.h"
+#include "support/fake_help_viewer.h"
 #include "support/fake_processes.h"
 #include "support/fake_settings_store.h"
 #include "support/fake_system_info.h"
@@ -27,11 +28,12 @@ struct FakeHost {
     FakeAcdControl acd;
     FakeSettingsStore settings;
     FakeSystemInfo system;
+    FakeHelpViewer help;
     FakeDiscs discs;
 
     platform::Platform platform()
     {
-        return {files, processes, loop, clock, dialogs, engine, acd, settings, system, log};
+        return {files, processes, loop, clock, dialogs, engine, acd, settings, system, help, log};
     }
 };
 

@@ -16,6 +16,7 @@
 #include "host/system/host_system_info.h"
 #include "host/system/interrupt.h"
 #include "host/system/line_dialogs.h"
+#include "host/system/no_help.h"
 #include "host/system/places.h"
 #include "host/system/program_folder.h"
 
@@ -52,7 +53,10 @@ struct RealHost::Services {
     HeldFiles held;
     HostFileSystem files;
     HostProcesses processes;
-    LineDialogs dialogs;
+    LineDialogs lines;
+    platform::Dialogs& dialogs;
+    NoHelp noHelp;
+    platform::HelpViewer& help;
     HostSettingsStore settings;
     HostSystemInfo system;
     HostAudioEngine engine;
@@ -70,9 +74,13 @@ struct RealHost::Services {
                 held),
           processes(files, loop, log, held, endActions,
                     {.outputFile = programOutputIn(places), .searchPath = searchPath()}),
-          dialogs(std::move(given.say)),
+          lines(std::move(given.say)),
+          dialogs(given.dialogs != nullptr ? *given.dialogs : lines),
+          help(given.help != nullptr ? *given.help : noHelp),
           settings(places.settingsFile, log),
-          system(files, log, endActions, {.tempFolder = places.tempFolder}),
+          system(
+              files, log, endActions,
+              {.tempFolder = places.tempFolder, .screenWidth = given.screenWidth, .screenHeight = given.screenHeight}),
           engine(drives, loop, log)
     {
         if (privateFolder) {
@@ -128,7 +136,7 @@ base::Status RealHost::open(Settings settings)
 platform::Platform RealHost::platform()
 {
     Services& s = *services_;
-    return {s.files, s.processes, s.loop, s.clock, s.dialogs, s.engine, s.acd, s.settings, s.system, s.log};
+    return {s.files, s.processes, s.loop, s.clock, s.dialogs, s.engine, s.acd, s.settings, s.system, s.help, s.log};
 }
 
 const platform::MachinePrograms& RealHost::programs() const

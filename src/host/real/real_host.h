@@ -25,7 +25,11 @@ public:
         std::string programFolder = {};
         /// Host path of the Ogg adapter for a private folder; empty: the one that belongs to this program.
         std::string oggTool = {};
-        std::function<void(std::string)> say = {}; ///< message boxes, one line each
+        std::function<void(std::string)> say = {}; ///< message boxes, one line each, where there are no dialogs
+        platform::Dialogs* dialogs = nullptr;      ///< of a program with windows
+        platform::HelpViewer* help = nullptr;      ///< likewise
+        std::int32_t screenWidth = 1920;           ///< logical pixels
+        std::int32_t screenHeight = 1080;
         /// Diagnostic lines, beside the log.
         std::function<void(std::string_view area, std::string_view text)> diagnose = {};
         std::function<void()> interrupt = {}; ///< Ctrl-C and the like, on the logic's thread
