@@ -1,5 +1,7 @@
 #include "app/program.h"
 
+#include "deck/caption_size.h"
+#include "deck/pressed_looks.h"
 #include "deck/volume.h"
 
 #include <utility>
@@ -11,7 +13,7 @@ Program::Program(platform::Platform platform)
       engine_(state_, forms_, platform_),
       discTable_(state_, forms_, platform_.acd, platform_.loop),
       analogCapture_(state_, forms_, platform_),
-      programFiles_(platform_),
+      programFiles_(state_, forms_, platform_),
       lateTags_(state_, platform_),
       encoders_(state_, forms_, platform_, [this](const encode::StartedEncoder& encoder) { encoderStarted(encoder); }),
       extraction_(state_, forms_, engine_, platform_),
@@ -21,10 +23,15 @@ Program::Program(platform::Platform platform)
       preview_(state_, forms_, engine_.playback(), platform_),
       runCommands_(state_, forms_, driver_, preview_, platform_),
       commandKeys_(state_, forms_, programEnd_, platform_),
+      discWatch_(state_, forms_.ripdeck(), programEnd_, platform_),
+      shell_(state_, forms_, platform_),
+      popupMenu_(state_, forms_, {commandKeys_, programEnd_, shell_, driver_, programFiles_}),
       startUp_(state_, forms_, discTable_, platform_)
 {
     forms_.ripdeck().Timer1.bind(platform_.loop);
     deck::wireVolume(forms_.ripdeck(), engine_.playback());
+    deck::wireCaptionSize(forms_.ripdeck());
+    deck::wirePressedLooks(forms_.ripdeck());
 }
 
 void Program::followEncoders(std::function<void(const encode::StartedEncoder&)> follower)

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "deck/command_keys.h"
+#include "deck/disc_watch.h"
+#include "deck/popup_menu.h"
 #include "deck/preview.h"
 #include "deck/program_end.h"
 #include "deck/run_commands.h"
+#include "deck/shell.h"
 #include "deck/start_up.h"
 #include "disc/disc_table.h"
 #include "encode/encoder_pipeline.h"
@@ -64,6 +67,9 @@ private:
     deck::Preview preview_;
     deck::RunCommands runCommands_;
     deck::CommandKeys commandKeys_;
+    deck::DiscWatch discWatch_;
+    deck::Shell shell_;
+    deck::PopupMenu popupMenu_;
     deck::StartUp startUp_;
 };
 

@@ -236,8 +236,6 @@ std::string problemOf(const RipOptions& rip)
         return fmt::format("--method: this way of reading is {}; leave it out for digital2", notYet);
     if (rip.fromSeconds || rip.toSeconds)
         return fmt::format("--from, --to: parts of a track are {}", notYet);
-    if (rip.program)
-        return fmt::format("--program: program files are {}", notYet);
     return {};
 }
 

@@ -21,6 +21,7 @@
 #include "platform/processes.h"
 #include "state/rip_settings_file.h"
 #include "state/settings_text.h"
+#include "state/suite_files.h"
 
 #include <memory>
 #include <thread>
@@ -45,12 +46,22 @@ state::RipSettings savedSettings(platform::Platform& platform, RunHost& host)
     return state::parseRipSettings(state::settingsText(platform.files, platform.log, path).value_or(L""), music);
 }
 
-/// What start-up finds in the program folder: settings, the way of reading, and the disc's names.
+/// Where the user's own program has its program files, else the music folder.
+std::wstring dataFolder(platform::Platform& platform, RunHost& host)
+{
+    state::Folders saved;
+    saved.appFolder = platform.files.programPath(host.savedSettingsFolder());
+    const std::wstring named = state::readDataFolder(platform.files, platform.log, saved);
+    return platform.files.folderExists(named) ? named : platform.files.programPath(host.musicFolder());
+}
+
+/// What start-up finds in the program folder: settings, the way of reading, the data folder and the disc's names.
 base::Status prepareProgramFolder(platform::Platform& platform, const state::RipSettings& settings,
-                                  const std::string& handOver)
+                                  const std::wstring& dataFolder, const std::string& handOver)
 {
     state::Folders folders;
     folders.appFolder = programFolder;
+    state::writeDataFolder(platform.files, platform.log, folders, dataFolder);
     state::writeRipType(platform.files, platform.log, folders, settings.ripMethod == 4 ? 0 : 1);
     state::writeRipSettings(platform.files, platform.log, folders, settings);
     return platform.files.writeWhole(state::inFolder(programFolder, disc::handoverName), handOver);
@@ -156,7 +167,8 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
     const disc::HandOver handOver = disc::makeHandOver(named, drive.letter);
     for (const std::string& change : handOver.changes)
         platform.log.line("names", change);
-    if (const auto prepared = prepareProgramFolder(platform, *settings, handOver.bytes); !prepared)
+    if (const auto prepared = prepareProgramFolder(platform, *settings, dataFolder(platform, host), handOver.bytes);
+        !prepared)
         return refuse(screen, base::describe(prepared.failure()));
 
     RunProcesses processes(platform.processes, [&session] {

@@ -31,7 +31,10 @@ CommandKeys::CommandKeys(state::AppState& state, state::Forms& forms, ProgramEnd
       platform_(platform)
 {
     for (std::size_t i = 0; i < main_.image10.size(); ++i) {
-        const auto command = [this, key = static_cast<state::CommandKey>(i)](controls::MouseButton) { press(key); };
+        const auto command = [this, key = static_cast<state::CommandKey>(i)](controls::MouseButton) {
+            main_.image10[key].picture = state::idleLook;
+            press(key);
+        };
         main_.image10[i].mouseUp = command;
         main_.Label10[i].mouseUp = command;
     }

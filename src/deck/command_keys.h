@@ -14,9 +14,11 @@ public:
 
     void press(state::CommandKey key);
 
+    /// Shows the setup dialog on one of its tabs, from 1, and disables the main window meanwhile.
+    void openSetup(std::int32_t tab);
+
 private:
     void goToPlayer();
-    void openSetup(std::int32_t tab);
     void openPartialRip();
     void openDiscTags();
 

@@ -24,7 +24,11 @@ Preview::Preview(state::AppState& state, state::Forms& forms, engine::Playback& 
       platform_(platform)
 {
     const auto onRelease = [this](state::TransportKey key, void (Preview::*command)()) {
-        main_.icntla[key].mouseUp = [this, command](controls::MouseButton) { (this->*command)(); };
+        main_.icntla[key].mouseUp = [this, key, command](controls::MouseButton) {
+            const bool paused = key == state::pauseButton && pausePictureShows_;
+            main_.icntla[key].picture = paused ? state::runningLook : state::idleLook;
+            (this->*command)();
+        };
     };
     onRelease(state::previousButton, &Preview::previous);
     onRelease(state::nextButton, &Preview::next);

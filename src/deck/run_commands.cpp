@@ -14,8 +14,14 @@ RunCommands::RunCommands(state::AppState& state, state::Forms& forms, rip::RipDr
       preview_(preview),
       platform_(platform)
 {
-    main_.icntla[state::startButton].mouseUp = [this](controls::MouseButton) { start(); };
-    main_.icntla[state::stopButton].mouseUp = [this](controls::MouseButton) { stop(); };
+    main_.icntla[state::startButton].mouseUp = [this](controls::MouseButton) {
+        main_.icntla[state::startButton].picture = state_.flags.ripBusy == 1 ? state::runningLook : state::idleLook;
+        start();
+    };
+    main_.icntla[state::stopButton].mouseUp = [this](controls::MouseButton) {
+        main_.icntla[state::stopButton].picture = state::idleLook;
+        stop();
+    };
 }
 
 void RunCommands::start()

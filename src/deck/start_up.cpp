@@ -188,6 +188,7 @@ void StartUp::takeOverDisc()
     const std::wstring handOver = state::inFolder(state_.folders.appFolder, disc::handoverName);
     if (disc::readHandover(platform_.files, platform_.log, handOver, disc)) {
         state::showDiscNames(main_, disc);
+        state::placeTitle(main_);
         passOver(platform_.log, platform_.files.remove(handOver), "Delete the hand-over file");
     }
     disc::applyUnknownDiscNames(disc);
@@ -265,7 +266,7 @@ void StartUp::selectTracksOfPlayer()
 
 void StartUp::startDiscWatch()
 {
-    if (platform_.files.fileExists(state_.disc.handoverDriveLetter + L":\\track01.cda"))
+    if (platform_.files.fileExists(disc::firstTrackName(state_.disc.handoverDriveLetter)))
         main_.Timer1.setEnabled(true);
 }
 

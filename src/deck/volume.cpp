@@ -4,6 +4,12 @@
 
 namespace tonquay::deck {
 
+namespace {
+
+constexpr std::int32_t middleVolume = -50;
+
+}
+
 void wireVolume(state::RipdeckControls& ripdeck, engine::Playback& playback)
 {
     ripdeck.SliderVolume.change = [&ripdeck, &playback] {
@@ -14,6 +20,8 @@ void wireVolume(state::RipdeckControls& ripdeck, engine::Playback& playback)
         playback.applyBalance(ripdeck.SliderBalance.value());
         ripdeck.SliderBalance.toolTip = base::digits(ripdeck.SliderBalance.value());
     };
+    ripdeck.Label2.mouseUp = [&ripdeck](controls::MouseButton) { ripdeck.SliderBalance.setValue(0); };
+    ripdeck.SSPanel2.mouseUp = [&ripdeck](controls::MouseButton) { ripdeck.SliderVolume.setValue(middleVolume); };
 }
 
 }

@@ -123,6 +123,11 @@ void DiscTable::select_drive()
         addControlTrack(number);
 }
 
+std::wstring firstTrackName(std::wstring_view driveLetter)
+{
+    return std::wstring(driveLetter) + L":\\track01.cda";
+}
+
 void selalltrks(controls::MultiSelectList& list)
 {
     for (std::int32_t row = 0; row < list.rowCount(); ++row)

@@ -6,6 +6,7 @@
 #include "state/forms.h"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace tonquay::disc {
@@ -44,6 +45,9 @@ private:
     platform::AcdControl& acd_;
     platform::EventLoop& loop_;
 };
+
+/// The name that can be seen on a drive, by its letter, when an audio disc is in.
+std::wstring firstTrackName(std::wstring_view driveLetter);
 
 /// Selects every row and scrolls to the first.
 void selalltrks(controls::MultiSelectList& list);

@@ -19,6 +19,12 @@ void showDiscNames(RipdeckControls& ripdeck, const DiscInfo& disc)
     }
 }
 
+void placeTitle(RipdeckControls& ripdeck)
+{
+    constexpr std::int32_t gap = 50;
+    ripdeck.Label13.left = ripdeck.Label12.left + ripdeck.Label12.width + gap;
+}
+
 void showDiscTags(RipdeckControls& ripdeck, const DiscInfo& disc)
 {
     const auto show = [&ripdeck](StatusLabel label, const std::wstring& text) {

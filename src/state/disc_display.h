@@ -9,6 +9,9 @@ namespace tonquay::state {
 /// suite's font for that.
 void showDiscNames(RipdeckControls& ripdeck, const DiscInfo& disc);
 
+/// Has the title begin a little behind the end of artist and album.
+void placeTitle(RipdeckControls& ripdeck);
+
 /// Year, genre and comment on the main window, each seen when there is one.
 void showDiscTags(RipdeckControls& ripdeck, const DiscInfo& disc);
 

@@ -8,6 +8,8 @@ namespace tonquay::state {
 
 namespace {
 
+constexpr int dataFolderField = 16;
+
 void readFont(base::SequentialReader& reader, DisplayFont& font)
 {
     reader.read(font.name);
@@ -24,11 +26,22 @@ std::wstring readDataFolder(platform::FileSystem& files, platform::Diagnostics& 
     std::wstring dataFolder;
     if (const auto text = settingsText(files, log, inFolder(folders.appFolder, L"tqwin.ini"))) {
         base::SequentialReader reader(*text);
-        reader.skip(15);
+        reader.skip(dataFolderField - 1);
         reader.read(dataFolder);
     }
     dataFolder = base::trim(dataFolder);
     return dataFolder.size() < 3 ? inFolder(folders.appFolder, L"datacd") : dataFolder;
+}
+
+void writeDataFolder(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
+                     std::wstring_view dataFolder)
+{
+    base::SequentialWriter writer;
+    for (int field = 1; field < dataFolderField; ++field)
+        writer.text(L"");
+    writer.text(dataFolder).endRecord();
+    passOver(log, files.writeWhole(inFolder(folders.appFolder, L"tqwin.ini"), writer.bytes()),
+             "Write the folder for data");
 }
 
 void readMixerPath(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,

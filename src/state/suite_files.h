@@ -8,6 +8,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 
 /// The settings files that the other programs of the suite write and this one reads, and the one of the window's
 /// place, all in the program folder. A missing or short file leaves the values.
@@ -15,6 +16,10 @@ namespace tonquay::state {
 
 /// The 16th field of tqwin.ini: the folder for data. `appFolder`\datacd when it names none.
 std::wstring readDataFolder(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders);
+
+/// Writes tqwin.ini with the folder for data, its other fields empty: for whoever prepares a program folder.
+void writeDataFolder(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
+                     std::wstring_view dataFolder);
 
 /// The first field of TQWIN1.INI: the audio mixer program; the system's own when it is empty.
 void readMixerPath(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,

@@ -65,7 +65,6 @@ TEST(CommandLine, whatIsToComeIsRefusedAsNotAvailable)
         {"rip", "--method", "analog"},
         {"rip", "--from", "0:10"},
         {"rip", "--to", "0:10"},
-        {"rip", "--program"},
     };
     for (const auto& arguments : cases) {
         const base::Result<Command> command = parseCommandLine(arguments);

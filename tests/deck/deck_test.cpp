@@ -1,44 +1,13 @@
-#include "deck/command_keys.h"
-#include "deck/program_end.h"
-#include "deck/start_up.h"
 #include "deck/window_place.h"
-#include "engine/engine_form.h"
-#include "support/fake_host.h"
+#include "deck_harness.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace tonquay::deck {
 namespace {
 
 using controls::MouseButton;
 using testing::IsEmpty;
-
-constexpr std::int32_t second = 176400;
-
-struct Deck : testing::Test {
-    test::FakeHost host;
-    platform::Platform platform = host.platform();
-    state::AppState state;
-    state::Forms forms;
-    engine::EngineForm engine{state, forms, platform};
-    disc::DiscTable table{state, forms, host.acd, host.loop};
-    ProgramEnd programEnd{state, forms.ripdeck(), platform};
-    CommandKeys keys{state, forms, programEnd, platform};
-    StartUp startUp{state, forms, table, platform};
-    state::RipdeckControls& main = forms.ripdeck();
-
-    Deck() { host.engine.insertDisc(0, {20 * second, 30 * second, 40 * second}); }
-
-    void handOver(const std::string& album = "First Light")
-    {
-        std::string text = "\"Ann Lee\",\"" + album + "\",3,\"Dawn\",\"Noon\",\"Dusk\"";
-        for (int i = 4; i <= 100; ++i)
-            text += ",\"\"";
-        host.files.put(L"C:\\CDTONQUAY\\audiocd.dat", text + ",\"at home\",\"Rock\",\"\",\"D\"\r\n");
-        host.files.discTracks[L'D'] = 3;
-    }
-};
 
 TEST_F(Deck, startTakesOverTheDiscAndIsReadyToRip)
 {

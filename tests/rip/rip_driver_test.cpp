@@ -72,9 +72,8 @@ TEST_F(Run, stopFinishesTheTrackInHandAndLeavesTheRest)
     state.settings.createProgram = 1;
     driver.recstart();
     EXPECT_TRUE(isWhole(L"C:\\Music\\Dawn.wav", 0, 2));
-    EXPECT_EQ(host.files.allFiles().size(), 1U);
+    EXPECT_EQ(host.files.allFiles().size(), 1U) << "a stopped run writes no program file";
     EXPECT_EQ(state.flags.stopRequested, 0) << "taken by the run";
-    EXPECT_FALSE(host.log.says("program")) << "a stopped run writes no program file";
 }
 
 TEST_F(Run, failedTrackNeverCostsTheOthers)

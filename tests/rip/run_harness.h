@@ -20,7 +20,7 @@ struct DiscToRip {
     state::Forms forms;
     engine::EngineForm engine{state, forms, platform};
     AnalogCapture analog{state, forms, platform};
-    ProgramFiles programFiles{platform};
+    ProgramFiles programFiles{state, forms, platform};
     encode::EncoderPipeline encoders{state, forms, platform};
     TrackExtraction extraction{state, forms, engine, platform};
     RipDriver driver{state, forms, extraction, encoders, programFiles, platform};
