@@ -21,6 +21,7 @@ class InstalledTree(unittest.TestCase):
     def setUpClass(cls):
         folder = tempfile.TemporaryDirectory()
         cls.addClassCleanup(folder.cleanup)
+        os.umask(0o022)
         cls.root = pathlib.Path(folder.name) / "usr"
         subprocess.run([CMAKE, "--install", BUILD, "--prefix", cls.root], check=True, stdout=subprocess.DEVNULL)
 
