@@ -4,6 +4,7 @@ A check gets the tree's root, so that check_test.py can hand it a broken one and
 """
 
 import argparse
+import html.parser
 import pathlib
 import re
 import subprocess
@@ -240,10 +241,87 @@ def views(root, house, compiler, include_lists):
         yield "fewer than two rooms have headers, so nothing was tried"
 
 
+class HelpPage(html.parser.HTMLParser):
+    """What one topic refers to, what can be referred to in it, and what it must not have."""
+
+    LOADING = ("src", "background", "data", "action", "poster", "srcset")
+    ACTIVE = ("script", "iframe", "object", "embed", "form", "link", "img")
+
+    def __init__(self, text):
+        super().__init__()
+        self.charset = None
+        self.title = False
+        self.links = []
+        self.anchors = set()
+        self.unwanted = []
+        self.feed(text)
+        self.close()
+
+    def handle_starttag(self, tag, attributes):
+        values = dict(attributes)
+        if tag == "meta" and "charset" in values:
+            self.charset = (values["charset"] or "").lower()
+        self.title |= tag == "title"
+        if tag in self.ACTIVE:
+            self.unwanted.append((self.getpos()[0], f"<{tag}>"))
+        for name, value in attributes:
+            if name == "href":
+                self.links.append((self.getpos()[0], value or ""))
+            elif name in ("name", "id") and tag != "meta":
+                self.anchors.add(value)
+            elif name in self.LOADING or name.startswith("on"):
+                self.unwanted.append((self.getpos()[0], f"{name}="))
+
+
+def help_pages(root):
+    """Topics lead to each other only, all can be found from the contents, and none brings colours of its own."""
+    folder = root / "help"
+    pages = {}
+    for path in sorted(folder.glob("*")):
+        place = path.relative_to(root).as_posix()
+        if path.name != "index.html" and not re.fullmatch(r"[1-9][0-9]*-[a-z0-9-]+\.html", path.name):
+            yield f"{place}: is not called NUMBER-name.html"
+            continue
+        data = path.read_bytes()
+        if not data.isascii():
+            yield f"{place}: is not plain ASCII; other characters are written as entities"
+        text = data.decode("utf-8", "replace")
+        page = pages[path.name] = HelpPage(text)
+        if page.charset != "utf-8":
+            yield f"{place}: does not say that it is UTF-8"
+        if not page.title:
+            yield f"{place}: has no title"
+        for line, what in page.unwanted:
+            yield f"{place}:{line}: has {what}"
+        # The window that shows it may be dark or bright.
+        for number, line in enumerate(text.splitlines(), 1):
+            if re.search(r"(color|background[a-z-]*)\s*[:=]|@import|url\(", line):
+                yield f"{place}:{number}: sets colours or loads something: {line.strip()}"
+    numbers = [name.split("-")[0] for name in pages if name != "index.html"]
+    for number in sorted(set(numbers)):
+        if numbers.count(number) > 1:
+            yield f"help: {number} is the number of two topics"
+    for name in ("index.html", "1008-ripper.html"):
+        if name not in pages:
+            yield f"help: there is no {name}"
+    for name, page in pages.items():
+        for line, link in page.links:
+            target, _, anchor = link.partition("#")
+            target = target or name
+            if target not in pages:
+                yield f"help/{name}:{line}: {link} is no topic"
+            elif anchor and anchor not in pages[target].anchors:
+                yield f"help/{name}:{line}: {target} has no place called {anchor}"
+    listed = {link.partition("#")[0] for _, link in pages["index.html"].links} if "index.html" in pages else set()
+    for name in pages:
+        if name != "index.html" and name not in listed:
+            yield f"help/index.html: does not list {name}"
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("check", choices=["upward_includes", "banned_words", "library_headers", "packages", "picture",
-                                          "names", "views"])
+                                          "names", "help_pages", "views"])
     parser.add_argument("--root", type=pathlib.Path, required=True)
     parser.add_argument("--house", type=pathlib.Path)
     parser.add_argument("--compiler")

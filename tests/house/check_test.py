@@ -94,6 +94,36 @@ class ChecksFindFaults(unittest.TestCase):
         self.write("docs/names.md", "# Names\n")
         self.found(check.names(self.root), "lists no names")
 
+    def test_help_pages(self):
+        head = '<meta charset="utf-8"><title>T</title>\n'
+        ripper = "help/1008-ripper.html"
+
+        def index(*links):
+            self.write("help/index.html", head + "".join(f'<a href="{link}">x</a>\n' for link in links))
+
+        index("1008-ripper.html", "1009-preview.html#start")
+        self.write(ripper, head + '<a href="1009-preview.html">x</a><a href="#keys">x</a><a name="keys"></a>\n')
+        self.write("help/1009-preview.html", head + '<h2 id="start">&ndash;</h2>\n')
+        self.found(check.help_pages(self.root))
+        for line, wanted in [('<a href="1010-none.html">', "is no topic"), ('<a href="#lost">', "no place called lost"),
+                             ('<a href="http://example.org/">', "is no topic"), ('<a href="../README.md">', "is no topic"),
+                             ('<script>x</script>', "has <script>"), ('<p onclick="x">', "has onclick="),
+                             ('<p style="color: red">', "sets colours"), ('<body bgcolor="black">', "sets colours"),
+                             ("<style>@import 'x';</style>", "sets colours or loads"), ("\u2013", "is not plain ASCII")]:
+            self.write(ripper, head + line + "\n")
+            self.found(check.help_pages(self.root), wanted)
+        self.write(ripper, '<meta charset="latin-1">\n')
+        self.found(check.help_pages(self.root), "does not say that it is UTF-8", "has no title")
+        self.write(ripper, head)
+        self.write("help/1009-again.html", head)
+        self.write("help/notes.txt", "")
+        self.found(check.help_pages(self.root), "notes.txt: is not called", "1009 is the number of two",
+                   "does not list 1009-again.html")
+        for name in ["help/1009-again.html", "help/notes.txt", ripper]:
+            (self.root / name).unlink()
+        index("1009-preview.html")
+        self.found(check.help_pages(self.root), "there is no 1008-ripper.html")
+
     def test_views(self):
         house = self.write("house.txt", "base: \nmid: base\ntop: mid\n")
         for room in ["base", "mid", "top"]:
