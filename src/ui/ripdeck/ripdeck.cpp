@@ -1,0 +1,53 @@
+#include "ui/ripdeck/ripdeck.h"
+
+#include "base/text.h"
+#include "host/system/recorded_folder.h"
+#include "host/windows/screen_size.h"
+#include "platform/file_system.h"
+
+#include <cstdlib>
+
+namespace tonquay::ui {
+
+namespace {
+
+constexpr std::wstring_view mountedFolder = L"C:\\CDTONQUAY";
+
+host::DriveSources drivesOfThisUser()
+{
+    host::DriveSources sources;
+    if (const char* discs = std::getenv("TONQUAY_DISCS"))
+        sources.images = host::openedImages(discs);
+    return sources;
+}
+
+}
+
+Ripdeck::Ripdeck()
+    : host_(drivesOfThisUser()),
+      help_([this](std::wstring_view path) { return host_.platform().files.hostPath(path); })
+{}
+
+base::Status Ripdeck::start(const std::string& commandLine)
+{
+    const bool named = commandLine.starts_with('/');
+    const host::ScreenSize screen = host::screenSize();
+    const base::Status opened = host_.open({.programFolder = named ? commandLine : host::recordedProgramFolder(),
+                                            .dialogs = &dialogs_,
+                                            .help = &help_,
+                                            .screenWidth = screen.width,
+                                            .screenHeight = screen.height,
+                                            .interrupt = [this] {
+                                                if (program_)
+                                                    program_->forms().ripdeck().form.keyDown(controls::Key::escape);
+                                            }});
+    if (!opened)
+        return opened;
+    const platform::Platform platform = host_.platform();
+    program_ = std::make_unique<app::Program>(platform);
+    windows_ = std::make_unique<Windows>(program_->forms(), program_->state().theme, dialogs_, platform.loop);
+    program_->start(named ? std::wstring(mountedFolder) : base::fromHostBytes(commandLine));
+    return {};
+}
+
+}
