@@ -53,6 +53,18 @@ void readMixerPath(platform::FileSystem& files, platform::Diagnostics& log, cons
         mixerPath = inFolder(folders.systemFolder, L"sndvol32.exe");
 }
 
+void writeMixerPath(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
+                    std::wstring_view mixerPath)
+{
+    constexpr int fields = 11;
+    base::SequentialWriter writer;
+    writer.text(mixerPath);
+    for (int field = 2; field <= fields; ++field)
+        writer.text(L"");
+    passOver(log, files.writeWhole(inFolder(folders.appFolder, L"TQWIN1.INI"), writer.endRecord().bytes()),
+             "Write the mixer");
+}
+
 void readDisplayFonts(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
                       DisplayFonts& fonts, Theme& theme)
 {

@@ -25,6 +25,10 @@ void writeDataFolder(platform::FileSystem& files, platform::Diagnostics& log, co
 void readMixerPath(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
                    std::wstring& mixerPath);
 
+/// Writes TQWIN1.INI with that program, its other fields empty: for whoever prepares a program folder.
+void writeMixerPath(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
+                    std::wstring_view mixerPath);
+
 /// How one part of the display is written.
 struct DisplayFont {
     std::wstring name; ///< empty: the design's own

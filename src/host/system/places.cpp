@@ -27,6 +27,7 @@ Places placesOf(const std::function<std::string(const char*)>& environment)
     const std::string home = absolute("HOME", homeFolder());
     Places found;
     found.programFolder = absolute("XDG_DATA_HOME", home + "/.local/share") + "/cd-tonquay";
+    found.discNames = found.programFolder + "-discs";
     found.settingsFile = absolute("XDG_CONFIG_HOME", home + "/.config") + "/cd-tonquay/settings";
     found.logFile = absolute("XDG_STATE_HOME", home + "/.local/state") + "/cd-tonquay/log";
     found.tempFolder = absolute("TMPDIR", "/tmp");

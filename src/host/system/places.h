@@ -8,6 +8,7 @@ namespace tonquay::host {
 /// Where this user's things lie, by the XDG base directory rules. Host paths, not made by asking.
 struct Places {
     std::string programFolder; ///< $XDG_DATA_HOME/cd-tonquay
+    std::string discNames;     ///< $XDG_DATA_HOME/cd-tonquay-discs: names that people have given to discs
     std::string settingsFile;  ///< $XDG_CONFIG_HOME/cd-tonquay/settings
     std::string logFile;       ///< $XDG_STATE_HOME/cd-tonquay/log
     std::string tempFolder;    ///< $TMPDIR, or /tmp when that is unset, relative or holds a blank

@@ -113,6 +113,19 @@ base::Result<std::string> ProgramFolder::linkEncoder(const std::string& program,
     return link;
 }
 
+Status ProgramFolder::linkLauncher(const std::string& program) const
+{
+    return withTarget(settings_.folder + "/tqlaunch.exe", program);
+}
+
+Status ProgramFolder::linkHelp(const std::string& folder) const
+{
+    const std::string link = settings_.folder + "/tqhelp";
+    if (folder.empty() || look(link) == Found::other || (look(link) == Found::link && leadsTo(link, folder)))
+        return {};
+    return makeLink(link, folder);
+}
+
 Status ProgramFolder::refreshLame() const
 {
     const std::string link = settings_.folder + "/lame.exe";
@@ -142,6 +155,19 @@ Status ProgramFolder::refreshOggTool(const std::string& program, std::initialize
             whole = std::move(done);
     }
     return whole;
+}
+
+std::string helpOfThisProgram()
+{
+    const std::string own = ownProgramFile();
+    const std::string folder = own.substr(0, own.rfind('/') + 1);
+    for (const char* place : {"help", "../share/cd-tonquay/help"}) {
+        std::error_code error;
+        const fs::path path = fs::canonical(folder + place, error);
+        if (!own.empty() && !error && fs::is_directory(path, error))
+            return path.string();
+    }
+    return {};
 }
 
 std::string oggToolOfThisProgram()

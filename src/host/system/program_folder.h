@@ -29,6 +29,12 @@ public:
     /// link of that name is replaced. The program folder is there already.
     base::Result<std::string> linkEncoder(const std::string& program, const std::string& name) const;
 
+    /// Puts a link to the launcher there, for a ripper that restarts through it. `program` is its file.
+    base::Status linkLauncher(const std::string& program) const;
+
+    /// Puts a link to the help pages there. `folder` holds them; without one nothing is done.
+    base::Status linkHelp(const std::string& folder) const;
+
 private:
     base::Status refreshLame() const;
     base::Status refreshOggTool(const std::string& program, std::initializer_list<const char*> names) const;
@@ -39,5 +45,9 @@ private:
 /// Where our adapter is: beside the running program, as where it was built, or in libexec/cd-tonquay of the tree that
 /// the program was installed to. Empty when it is at neither place.
 std::string oggToolOfThisProgram();
+
+/// Where the help pages are: beside the running program, as where it was built, or in share/cd-tonquay/help of the tree
+/// that it was installed to. Empty when they are at neither place.
+std::string helpOfThisProgram();
 
 }

@@ -1,0 +1,104 @@
+#include "host/windows/window_dialogs.h"
+
+#include <QApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+
+namespace tonquay::host {
+
+namespace {
+
+QString qtText(std::wstring_view text)
+{
+    return QString::fromWCharArray(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QMessageBox::Icon boxIcon(platform::Dialogs::Icon icon)
+{
+    switch (icon) {
+    case platform::Dialogs::Icon::information: return QMessageBox::Information;
+    case platform::Dialogs::Icon::exclamation: return QMessageBox::Warning;
+    case platform::Dialogs::Icon::stop: return QMessageBox::Critical;
+    case platform::Dialogs::Icon::question: return QMessageBox::Question;
+    case platform::Dialogs::Icon::none: break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+/// While somebody has to answer, the pointer is the usual one.
+class UsualPointer {
+public:
+    explicit UsualPointer(bool busy) : busy_(busy)
+    {
+        if (busy_)
+            QApplication::setOverrideCursor(Qt::ArrowCursor);
+    }
+    ~UsualPointer()
+    {
+        if (busy_)
+            QApplication::restoreOverrideCursor();
+    }
+    UsualPointer(const UsualPointer&) = delete;
+    UsualPointer& operator=(const UsualPointer&) = delete;
+
+private:
+    bool busy_;
+};
+
+}
+
+platform::Dialogs::Answer WindowDialogs::messageBox(std::wstring_view title, std::wstring_view text, Icon icon,
+                                                    Buttons buttons)
+{
+    const UsualPointer pointer(busy_);
+    QMessageBox box(QApplication::activeWindow());
+    box.setWindowModality(Qt::ApplicationModal);
+    box.setWindowTitle(qtText(title));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(qtText(text).trimmed());
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    box.setIcon(boxIcon(icon));
+    if (buttons == Buttons::ok) {
+        box.setStandardButtons(QMessageBox::Ok);
+        box.exec();
+        return Answer::ok;
+    }
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.setDefaultButton(QMessageBox::No);
+    box.setEscapeButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes ? Answer::yes : Answer::no;
+}
+
+std::optional<std::wstring> WindowDialogs::inputBox(std::wstring_view title, std::wstring_view prompt,
+                                                    std::wstring_view defaultText)
+{
+    const UsualPointer pointer(busy_);
+    QInputDialog box(QApplication::activeWindow());
+    box.setWindowModality(Qt::ApplicationModal);
+    box.setWindowTitle(qtText(title));
+    box.setLabelText(qtText(prompt).trimmed());
+    box.setTextValue(qtText(defaultText));
+    box.resize(420, box.sizeHint().height());
+    if (box.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return box.textValue().toStdWString();
+}
+
+void WindowDialogs::beep()
+{
+    QApplication::beep();
+}
+
+void WindowDialogs::setPointer(Pointer pointer)
+{
+    const bool busy = pointer == Pointer::busy;
+    if (busy == busy_)
+        return;
+    busy_ = busy;
+    if (busy)
+        QApplication::setOverrideCursor(Qt::BusyCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+}

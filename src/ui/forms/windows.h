@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/dialogs.h"
+#include "platform/event_loop.h"
+#include "state/forms.h"
+#include "state/settings.h"
+#include "ui/forms/forms_to_come.h"
+#include "ui/forms/main_window.h"
+#include "ui/forms/popup_menu_view.h"
+#include "ui/forms/tagger_window.h"
+
+namespace tonquay::ui {
+
+/// Every window of the desktop program, each bound to its form for as long as this lives. Made before the program
+/// starts, so that whatever a form shows while it loads is seen.
+class Windows {
+public:
+    Windows(state::Forms& forms, const state::Theme& theme, platform::Dialogs& dialogs, platform::EventLoop& loop)
+        : main_(forms.ripdeck(), theme),
+          menu_(forms.controlsOf<state::PopaControls>()),
+          tagger_(forms.controlsOf<state::Id3autoControls>()),
+          formsToCome_(forms, dialogs, loop)
+    {}
+
+private:
+    MainWindow main_;
+    PopupMenuView menu_;
+    TaggerWindow tagger_;
+    FormsToCome formsToCome_;
+};
+
+}
