@@ -121,7 +121,7 @@ void LauncherWindow::build()
     Parts& p = *parts_;
     p.heading.setProperty("role", "heading");
     p.drives.setAccessibleName(QStringLiteral("Drives"));
-    p.drives.setMaximumHeight(p.drives.fontMetrics().height() * 6);
+    p.drives.setMaximumHeight(p.drives.fontMetrics().height() * 5);
     p.open.setIcon(ui::icon(QStringLiteral("open")));
     p.open.setAutoDefault(false);
     for (QLabel* label : {&p.state, &p.source, &p.warning}) {
@@ -153,6 +153,7 @@ void LauncherWindow::build()
     p.titles.horizontalHeader()->setSectionResizeMode(titleColumn, QHeaderView::Stretch);
     p.titles.setColumnWidth(numberColumn, p.titles.fontMetrics().horizontalAdvance(QStringLiteral("Track 00 ")));
     p.titles.setColumnWidth(timeColumn, p.titles.fontMetrics().horizontalAdvance(QStringLiteral("000:00   ")));
+    p.titles.horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     p.titles.setShowGrid(false);
     p.titles.setTabKeyNavigation(false);
     p.titles.setSelectionMode(QAbstractItemView::SingleSelection);
@@ -166,6 +167,8 @@ void LauncherWindow::build()
     bottom->addWidget(&p.quit);
     bottom->addWidget(&p.start);
     p.quit.setAutoDefault(false);
+    // The default key is written bold, which its size does not know of.
+    p.start.setMinimumWidth(p.start.fontMetrics().horizontalAdvance(p.start.text()) + 72);
     p.start.setDefault(true);
     p.start.setIcon(ui::icon(QStringLiteral("rip"), QColor(0x23, 0x1a, 0x0b)));
 

@@ -52,7 +52,7 @@ class HelpWindow::Browser final : public QWidget {
 public:
     Browser()
     {
-        setWindowTitle(QStringLiteral("CD-Tonquay Help"));
+        setWindowTitle(QStringLiteral("Help"));
         auto column = std::make_unique<QVBoxLayout>();
         column->setContentsMargins(0, 0, 0, 0);
         column->setSpacing(0);

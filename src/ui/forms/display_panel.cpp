@@ -35,7 +35,7 @@ DisplayPanel::DisplayPanel(state::RipdeckControls& ripdeck, const state::Theme& 
     columns->setContentsMargins(20, 12, 20, 12);
     columns->setSpacing(16);
     auto texts = std::make_unique<QVBoxLayout>();
-    texts->setSpacing(3);
+    texts->setSpacing(5);
     addNames(*texts);
     addDiscTags(*texts);
     texts->addStretch(1);
@@ -64,13 +64,15 @@ void DisplayPanel::addDiscTags(QBoxLayout& column)
     auto row = std::make_unique<QHBoxLayout>();
     row->setSpacing(18);
     const auto add = [&](state::StatusLabel label, const QString& name, int stretch) {
-        auto line = std::make_unique<LabelLine>(ripdeck_.Label6[label], theme_, Look{.colour = colours::muted}, name);
+        const bool fits = stretch == 0;
+        auto line = std::make_unique<LabelLine>(ripdeck_.Label6[label], theme_,
+                                                Look{.colour = colours::muted, .fits = fits}, name);
         line->forwardPresses();
         row->addWidget(line.release(), stretch);
     };
-    add(state::yearLabel, QStringLiteral("Year"), 1);
-    add(state::genreLabel, QStringLiteral("Genre"), 2);
-    add(state::commentLabel, QStringLiteral("Comment"), 5);
+    add(state::yearLabel, QStringLiteral("Year"), 0);
+    add(state::genreLabel, QStringLiteral("Genre"), 0);
+    add(state::commentLabel, QStringLiteral("Comment"), 1);
     column.addLayout(row.release());
 }
 

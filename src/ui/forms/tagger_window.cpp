@@ -3,6 +3,7 @@
 #include "ui/forms/input.h"
 #include "ui/forms/typed_name.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -201,6 +202,8 @@ void TaggerWindow::showState(controls::Form::State state)
     }
     if (!dialog_)
         dialog_ = std::make_unique<Dialog>(form_);
+    if (const QWidget* before = QApplication::activeWindow())
+        dialog_->move(before->geometry().center() - dialog_->rect().center());
     dialog_->show();
 }
 

@@ -14,7 +14,8 @@ namespace tonquay::ui {
 TextLine::TextLine(Look look, QWidget* parent) : QWidget(parent), look_(std::move(look))
 {
     makeFont();
-    setSizePolicy(look_.widest.isEmpty() ? QSizePolicy::Ignored : QSizePolicy::Fixed, QSizePolicy::Fixed);
+    const bool takesRoom = look_.widest.isEmpty() && !look_.fits;
+    setSizePolicy(takesRoom ? QSizePolicy::Ignored : QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 void TextLine::makeFont()
@@ -38,6 +39,8 @@ void TextLine::setText(const QString& text)
         return;
     text_ = text;
     setAccessibleDescription(text);
+    if (look_.fits)
+        updateGeometry();
     update();
 }
 
@@ -81,6 +84,9 @@ int TextLine::textWidth() const
 QSize TextLine::sizeHint() const
 {
     // A little more than the widest text takes, for letters that lean out of their place.
+    constexpr int widestFitting = 150;
+    if (look_.fits)
+        return {std::min(textWidth() + 2, widestFitting), QFontMetrics(font_).height()};
     const int width = look_.widest.isEmpty() ? 60 : QFontMetrics(font_).horizontalAdvance(look_.widest) + 6;
     return {width, QFontMetrics(font_).height()};
 }

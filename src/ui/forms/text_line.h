@@ -20,6 +20,7 @@ public:
         Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter;
         QString widest = {}; ///< the text that it is made wide enough for; empty: as wide as it gets
         bool spaced = false; ///< capitals with room between
+        bool fits = false;   ///< as wide as its text, for one that hardly ever changes; up to a bound
     };
 
     explicit TextLine(Look look, QWidget* parent = nullptr);

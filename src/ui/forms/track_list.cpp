@@ -13,6 +13,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace tonquay::ui {
@@ -72,7 +73,14 @@ TrackList::TrackList(controls::MultiSelectList& list, QWidget* parent)
     setMouseTracking(true);
     setFrameShape(QFrame::NoFrame);
     bindings_.keep(list.follow([this] { takeOver(); }));
-    bindings_.show(list.enabled, [this](const bool& enabled) { setEnabled(enabled); });
+    bindings_.show(list.enabled, [this](const bool& enabled) {
+        // Else the keyboard would go to a key that happens to be next, and stay there.
+        if (!enabled)
+            hadFocus_ = hasFocus();
+        setEnabled(enabled);
+        if (enabled && std::exchange(hadFocus_, false))
+            setFocus();
+    });
     bindings_.show(list.busyPointer,
                    [this](const bool& busy) { viewport()->setCursor(busy ? Qt::BusyCursor : Qt::ArrowCursor); });
     bindings_.show(list.fontName, [this](const std::wstring& family) {

@@ -32,8 +32,9 @@ private:
     controls::MultiSelectList& list_;
     std::unique_ptr<Rows> rows_;
     Bindings bindings_;
-    bool writing_ = false; ///< of the program's list, by the user's hand
-    bool showing_ = false; ///< of the program's list in this view
+    bool hadFocus_ = false; ///< when it was disabled
+    bool writing_ = false;  ///< of the program's list, by the user's hand
+    bool showing_ = false;  ///< of the program's list in this view
 };
 
 /// The headings above it, in its columns.
