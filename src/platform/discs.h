@@ -10,12 +10,12 @@ namespace tonquay::platform {
 
 /// What is known of the names on a disc. An empty text is an unknown one.
 struct DiscNames {
-    std::wstring artist;
-    std::wstring album;
-    std::wstring year;
-    std::wstring genre;
-    std::wstring comment;
-    std::vector<std::wstring> titles; ///< by track, the first track's at 0; may be shorter than the disc
+    std::wstring artist = {};
+    std::wstring album = {};
+    std::wstring year = {};
+    std::wstring genre = {};
+    std::wstring comment = {};
+    std::vector<std::wstring> titles = {}; ///< by track, the first track's at 0; may be shorter than the disc
 };
 
 /// One track as the disc's table tells it. A sector is 1/75 second: 588 stereo frames, 2352 bytes (Red Book).
@@ -27,9 +27,9 @@ struct DiscTrack {
 };
 
 struct DiscTable {
-    std::vector<DiscTrack> tracks;
-    DiscNames names;
-    std::string discId; ///< the 28-character identifier made from the table; the same for the same pressing
+    std::vector<DiscTrack> tracks = {};
+    DiscNames names = {};
+    std::string discId = {}; ///< the 28-character identifier made from the table; the same for the same pressing
 };
 
 /// Why a drive gives no audio disc.
@@ -38,10 +38,10 @@ enum class DriveProblem { none, noDevice, noPermission, busy, trayOpen, noDisc, 
 /// One drive, or one disc image, which counts as a drive whose door opens and closes.
 struct DriveDescription {
     wchar_t letter = 0;
-    std::string vendor;
-    std::string product;
-    std::string revision;
-    std::string hostPath; ///< device node or image file
+    std::string vendor = {};
+    std::string product = {};
+    std::string revision = {};
+    std::string hostPath = {}; ///< device node or image file
     bool image = false;
     bool disc = false;           ///< an audio disc is in
     std::uint32_t abilities = 0; ///< the bits of AudioEngine::DriveInfo::rwflags
@@ -50,7 +50,7 @@ struct DriveDescription {
     std::uint32_t maxSpeedKbps = 0; ///< 0 when the drive does not tell
     std::uint32_t cacheKb = 0;      ///< 0 when the drive does not tell
     DriveProblem problem = DriveProblem::none;
-    std::string problemText; ///< one sentence with its remedy, for people; empty without a problem
+    std::string problemText = {}; ///< one sentence with its remedy, for people; empty without a problem
 };
 
 /// The drives of this machine and the discs in them, as far as more than playing is asked.

@@ -1,0 +1,77 @@
+#include "host/windows/window_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+
+namespace tonquay::host {
+namespace {
+
+using platform::Dialogs;
+
+struct Boxes : testing::Test {
+    WindowDialogs dialogs;
+    int ticks = 0;
+
+    /// Presses a key in the box that is open by then.
+    static void pressSoon(Qt::Key key)
+    {
+        QTimer::singleShot(50, [key] { QTest::keyClick(QApplication::activeModalWidget(), key); });
+    }
+};
+
+TEST_F(Boxes, areAnsweredByKeyboard)
+{
+    const auto ask = [this](Qt::Key key) {
+        pressSoon(key);
+        return dialogs.messageBox(L"T", L"Overwrite?", Dialogs::Icon::question, Dialogs::Buttons::yesNo);
+    };
+    EXPECT_EQ(ask(Qt::Key_Return), Dialogs::Answer::no) << "the harmless one is the default";
+    EXPECT_EQ(ask(Qt::Key_Escape), Dialogs::Answer::no);
+    EXPECT_EQ(ask(Qt::Key_Y), Dialogs::Answer::yes);
+    pressSoon(Qt::Key_Escape);
+    EXPECT_EQ(dialogs.messageBox(L"T", L"Done", Dialogs::Icon::information, Dialogs::Buttons::ok), Dialogs::Answer::ok);
+}
+
+TEST_F(Boxes, showTheirTextAsItIsWhileTimersGoOn)
+{
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [this] { ++ticks; });
+    timer.start(5);
+    QTimer::singleShot(120, [this] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->text(), "<b>Not</b> found\n\nLook & see");
+        EXPECT_EQ(box->textFormat(), Qt::PlainText);
+        EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor) << "somebody has to answer";
+        box->close();
+    });
+    dialogs.setPointer(Dialogs::Pointer::busy);
+    dialogs.setPointer(Dialogs::Pointer::busy);
+    dialogs.messageBox(L"T", L"      <b>Not</b> found\n\nLook & see", Dialogs::Icon::stop, Dialogs::Buttons::ok);
+    EXPECT_GT(ticks, 5);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::BusyCursor);
+    dialogs.setPointer(Dialogs::Pointer::normal);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr) << "twice busy is busy once";
+}
+
+TEST_F(Boxes, inputIsTakenOrCancelled)
+{
+    QTimer::singleShot(50, [] {
+        auto* edit = QApplication::activeModalWidget()->findChild<QLineEdit*>();
+        ASSERT_NE(edit, nullptr);
+        EXPECT_EQ(edit->selectedText(), "Dawn");
+        QTest::keyClicks(edit, "Dusk");
+        QTest::keyClick(edit, Qt::Key_Return);
+    });
+    EXPECT_EQ(dialogs.inputBox(L"T", L"New title", L"Dawn"), L"Dusk");
+    pressSoon(Qt::Key_Escape);
+    EXPECT_EQ(dialogs.inputBox(L"T", L"New title", L"Dawn"), std::nullopt);
+}
+
+}
+}
