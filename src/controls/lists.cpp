@@ -89,7 +89,7 @@ void MultiSelectList::setCursor(std::int32_t index)
 void MultiSelectList::scrollTo(std::int32_t index)
 {
     topRow_ = has(index) ? index : 0;
-    followers_.tell();
+    scrolled.tell();
 }
 
 }

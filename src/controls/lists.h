@@ -79,6 +79,9 @@ public:
     std::int32_t topRow() const { return topRow_; }
     void scrollTo(std::int32_t index);
 
+    /// Told when topRow() is to be seen at the top, wherever the cursor has led the eye.
+    Followers<> scrolled;
+
     Following follow(std::function<void()> follower) { return followers_.add(std::move(follower)); }
 
 private:

@@ -39,16 +39,28 @@ public:
     posix_spawnattr_t attributes{};
 };
 
-/// Our environment with the texts of encoders in UTF-8: without that they turn umlauts into "#".
-/// Good until the environment changes, and for as long as `locale` stays.
-std::vector<char*> childEnvironment(std::string& locale)
+/// Our environment with the texts of encoders in UTF-8, without which they turn umlauts into "#", and with plain
+/// numbers. Programs with windows keep the user's language.
+std::vector<std::string> childEnvironment()
 {
-    std::vector<char*> variables;
-    for (char* const* entry = environ; entry != nullptr && *entry != nullptr; ++entry)
-        if (!std::string_view(*entry).starts_with("LC_ALL="))
-            variables.push_back(*entry);
-    variables.push_back(locale.data());
-    variables.push_back(nullptr);
+    std::vector<std::string> variables;
+    std::string whole;
+    for (char* const* entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+        const std::string_view variable(*entry);
+        constexpr std::string_view overAll = "LC_ALL=";
+        if (variable.starts_with(overAll))
+            whole = variable.substr(overAll.size());
+        else if (!variable.starts_with("LC_CTYPE=") && !variable.starts_with("LC_NUMERIC="))
+            variables.emplace_back(variable);
+    }
+    if (!whole.empty()) {
+        std::erase_if(variables, [](const std::string& variable) {
+            return variable.starts_with("LANG=") || variable.starts_with("LC_");
+        });
+        variables.push_back("LANG=" + whole);
+    }
+    variables.emplace_back("LC_CTYPE=C.UTF-8");
+    variables.emplace_back("LC_NUMERIC=C");
     return variables;
 }
 
@@ -141,10 +153,10 @@ base::Result<pid_t> spawn(const SpawnRequest& request)
 
     std::vector<std::string> words{request.program};
     words.insert(words.end(), request.arguments.begin(), request.arguments.end());
-    std::string locale = "LC_ALL=C.UTF-8";
+    std::vector<std::string> variables = childEnvironment();
     pid_t child = 0;
     const int error = posix_spawn(&child, request.program.c_str(), &start.actions, &start.attributes,
-                                  pointers(words).data(), childEnvironment(locale).data());
+                                  pointers(words).data(), pointers(variables).data());
     if (error != 0)
         return startFailure(request, error);
     return child;

@@ -37,18 +37,16 @@ public:
         return QStringLiteral("%1, %2, %3, %4 MB").arg(columns[0], columns[3], columns[1], columns[2]);
     }
 
-    /// False when the rows are the same as before.
-    bool takeOver(const controls::MultiSelectList& list)
+    void takeOver(const controls::MultiSelectList& list)
     {
         std::vector<QString> texts;
         for (std::int32_t i = 0; i < list.rowCount(); ++i)
             texts.push_back(qtText(list.row(i)));
         if (texts == texts_)
-            return false;
+            return;
         beginResetModel();
         texts_ = std::move(texts);
         endResetModel();
-        return true;
     }
 
 private:
@@ -73,6 +71,8 @@ TrackList::TrackList(controls::MultiSelectList& list, QWidget* parent)
     setMouseTracking(true);
     setFrameShape(QFrame::NoFrame);
     bindings_.keep(list.follow([this] { takeOver(); }));
+    bindings_.keep(
+        list.scrolled.add([this] { scrollTo(rows_->index(list_.topRow()), QAbstractItemView::PositionAtTop); }));
     bindings_.show(list.enabled, [this](const bool& enabled) {
         // Else the keyboard would go to a key that happens to be next, and stay there.
         if (!enabled)
@@ -99,7 +99,7 @@ void TrackList::takeOver()
     if (writing_)
         return;
     const Writing showing(showing_);
-    const bool anew = rows_->takeOver(list_);
+    rows_->takeOver(list_);
     QItemSelection selection;
     for (std::int32_t i = 0; i < list_.rowCount(); ++i)
         if (list_.isSelected(i))
@@ -108,8 +108,6 @@ void TrackList::takeOver()
     const QModelIndex cursor = list_.cursor() < 0 ? QModelIndex() : rows_->index(list_.cursor());
     if (currentIndex() != cursor)
         selectionModel()->setCurrentIndex(cursor, QItemSelectionModel::NoUpdate);
-    if (anew)
-        scrollTo(rows_->index(list_.topRow()), QAbstractItemView::PositionAtTop);
     viewport()->update();
 }
 

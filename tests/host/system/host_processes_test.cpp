@@ -126,10 +126,15 @@ TEST_F(HostProcesses, programsAreFoundWithoutRegardToCaseAndInOrder)
 
 TEST_F(HostProcesses, aChildHasItsOwnGroupNoInputTheCurrentFolderAndUtf8)
 {
-    script("bin/show",
-           "echo $(ps -o pgid= -p $$) $$; readlink /proc/self/fd/0; pwd; echo $LC_ALL; ls /proc/self/fd | wc -l");
+    script("bin/show", "echo $(ps -o pgid= -p $$) $$; readlink /proc/self/fd/0; pwd; echo $LC_ALL $LC_CTYPE $LANG "
+                       "$LC_MESSAGES; ls /proc/self/fd | wc -l");
     const int leaked = open("/dev/null", O_RDONLY);
+    setenv("LC_ALL", "de_DE.ISO-8859-1", 1);
+    setenv("LANG", "C", 1);
+    setenv("LC_MESSAGES", "fr_FR", 1);
     EXPECT_EQ(runToEnd(L"show"), 0);
+    for (const char* variable : {"LC_ALL", "LANG", "LC_MESSAGES"})
+        unsetenv(variable);
     close(leaked);
     std::istringstream lines(output());
     std::string group;
@@ -141,7 +146,8 @@ TEST_F(HostProcesses, aChildHasItsOwnGroupNoInputTheCurrentFolderAndUtf8)
     std::getline(lines, rest);
     std::getline(lines, rest, '\0');
     // ls holds the folder that it lists besides the three.
-    EXPECT_EQ(rest, "/dev/null\n" + real.root.path() + "/Out\nC.UTF-8\n4\n");
+    EXPECT_EQ(rest, "/dev/null\n" + real.root.path() + "/Out\nC.UTF-8 de_DE.ISO-8859-1\n4\n")
+        << "in the user's language";
 }
 
 TEST_F(HostProcesses, theEndOfAChildWakesAWaitAndLeavesNoZombie)

@@ -191,6 +191,8 @@ TEST_F(Window, listThatEmptiesAndFillsAgainUnderTheUsersHand)
     main.list1.enabled = false;
     EXPECT_FALSE(tracks().isEnabled());
     main.list1.enabled = true;
+    for (int i = 0; i < 99; ++i)
+        main.list1.select(i, true);
     main.list1.scrollTo(0);
     EXPECT_TRUE(tracks().viewport()->rect().intersects(tracks().visualRect(tracks().model()->index(0, 0))));
 }
