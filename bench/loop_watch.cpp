@@ -5,6 +5,10 @@
 #include "platform/event_loop.h"
 #include "platform/file_system.h"
 #include "state/rip_settings_file.h"
+#include "ui/forms/windows.h"
+#include "ui/skin/skin.h"
+
+#include <QApplication>
 
 #include <algorithm>
 #include <chrono>
@@ -58,14 +62,19 @@ double processorSeconds()
 }
 
 /// Rips an image with the whole program and tells the longest gaps between two passes of the loop; then lies idle on
-/// the disc and tells the processor time of it.
+/// the disc and tells the processor time of it. With "window" the main window shows all that.
 ///
-///     loop_watch IMAGE FOLDER [IDLE-SECONDS]
+///     loop_watch IMAGE FOLDER [IDLE-SECONDS [window]]
 int main(int count, char** arguments)
 {
     if (count < 3)
         return 2;
     const int idleSeconds = count > 3 ? std::stoi(arguments[3]) : 10;
+    std::unique_ptr<QApplication> application;
+    if (count > 4 && std::string(arguments[4]) == "window") {
+        application = std::make_unique<QApplication>(count, arguments);
+        ui::dressApplication(*application);
+    }
     host::DriveSources sources;
     sources.images = {arguments[1]};
     sources.machine = false;
@@ -95,6 +104,9 @@ int main(int count, char** arguments)
         return 1;
 
     app::Program program(platform);
+    const auto windows = application ? std::make_unique<ui::Windows>(program.forms(), program.state().theme,
+                                                                     platform.dialogs, platform.loop)
+                                     : nullptr;
     program.start(L"C:\\CDTONQUAY");
     program.forms().ripdeck().icntla[state::startButton].mouseUp(controls::MouseButton::left);
     std::ranges::sort(loop.gaps);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -12,7 +13,6 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
-#include <QtGui/QDropEvent>
 
 namespace tonquay::launcher {
 namespace {

@@ -97,7 +97,8 @@ public:
 
     int startTicking(std::chrono::milliseconds interval, std::function<void()> tick)
     {
-        const int id = startTimer(std::max(interval, 1ms), Qt::PreciseTimer);
+        // Slow timers may wait for each other, so that an idle program wakes once for all of them.
+        const int id = startTimer(std::max(interval, 1ms), interval < 500ms ? Qt::PreciseTimer : Qt::CoarseTimer);
         timers_[id] = std::make_shared<Ticking>(Ticking{std::move(tick)});
         return id;
     }

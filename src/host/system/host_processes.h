@@ -26,8 +26,9 @@ namespace tonquay::host {
 /// by a wildcard, gets "./" before it: a song called "-delete" is not to become a switch.
 ///
 /// A child runs in a process group of its own, with /dev/null as its input, a file as its output, all other
-/// descriptors closed, signals as usual, characters in UTF-8 and plain numbers. A bad end leaves a line with the command, and so does a
-/// program that is there but cannot be run: one for another system, or a script whose interpreter is missing.
+/// descriptors closed, signals as usual, characters in UTF-8 and plain numbers. A bad end leaves a line with the
+/// command, and so does a program that is there but cannot be run: one for another system, or a script whose
+/// interpreter is missing.
 class HostProcesses final : public platform::Processes {
 public:
     struct Settings {

@@ -174,7 +174,7 @@ void bindKey(DeckKey& key, controls::Image& image, Bindings& bindings)
     });
     bindings.show(image.toolTip, [&key](const std::wstring& tip) { key.setTip(qtText(tip)); });
     bindings.show(image.enabled, [&key](const bool& enabled) { key.setEnabled(enabled); });
-    bindings.show(image.visible, [&key](const bool& visible) { key.setVisible(visible); });
+    bindVisible(key, image.visible, bindings);
 }
 
 }

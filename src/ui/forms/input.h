@@ -2,6 +2,7 @@
 
 #include "controls/handler.h"
 #include "controls/label.h"
+#include "ui/forms/bindings.h"
 
 #include <QAbstractButton>
 #include <QMouseEvent>
@@ -23,6 +24,15 @@ inline controls::MouseButton buttonOf(const QMouseEvent& event)
     case Qt::RightButton: return controls::MouseButton::right;
     default: return controls::MouseButton::none;
     }
+}
+
+/// Has a widget be there as long as its control is. One that has no parent yet is not shown by it: that would make a
+/// window of it, if only for a moment.
+inline void bindVisible(QWidget& widget, controls::Property<bool>& visible, Bindings& bindings)
+{
+    if (!visible)
+        widget.hide();
+    bindings.keep(visible.follow([&widget](const bool& shown) { widget.setVisible(shown); }));
 }
 
 /// Has a key on the screen press and release its control, by mouse and keyboard alike. A release beside the key is

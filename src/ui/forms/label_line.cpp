@@ -30,7 +30,7 @@ LabelLine::LabelLine(controls::Label& label, const state::Theme& theme, const Lo
     bindings_.show(label.colour, [this, &theme, design = look.colour](const controls::Colour& colour) {
         setColour(captionColour(colour, theme, design));
     });
-    bindings_.show(label.visible, [this](const bool& visible) { setVisible(visible); });
+    bindVisible(*this, label.visible, bindings_);
     bindings_.show(label.enabled, [this](const bool& enabled) { setEnabled(enabled); });
     bindings_.show(label.fontName, [this](const std::wstring& family) { setFamily(qtText(family)); });
     bindings_.show(label.fontSize, [this](const std::int32_t& points) {

@@ -73,7 +73,10 @@ void TransportRow::addControlPreview(QBoxLayout& row)
                                               qtText(label.caption), QKeySequence());
         view->setTip(qtText(label.caption));
         forwardPresses(*view, label);
-        bindings_.show(ripdeck_.SSPanel1.visible, [key = view.get()](const bool& engine) { key->setVisible(!engine); });
+        if (ripdeck_.SSPanel1.visible)
+            view->hide();
+        bindings_.keep(
+            ripdeck_.SSPanel1.visible.follow([key = view.get()](const bool& engine) { key->setVisible(!engine); }));
         row.addWidget(view.release(), 2);
     }
 }

@@ -28,7 +28,7 @@ VolumePanel::VolumePanel(state::RipdeckControls& ripdeck, QWidget* parent) : QFr
     addCaption(QStringLiteral("Vol"), ripdeck.SSPanel2.mouseUp, QStringLiteral("Volume to its middle"), 0);
     addCaption(qtText(ripdeck.Label2.caption).trimmed(), ripdeck.Label2.mouseUp,
                QStringLiteral("Balance to the middle"), 1);
-    bindings_.show(ripdeck.SSPanel1.visible, [this](const bool& visible) { setVisible(visible); });
+    bindVisible(*this, ripdeck.SSPanel1.visible, bindings_);
     bindings_.show(ripdeck.SSPanel1.toolTip, [this](const std::wstring& tip) { setToolTip(qtText(tip)); });
 }
 
@@ -58,7 +58,7 @@ QSlider& VolumePanel::addSlider(controls::Slider& slider, const QString& name, D
     });
     bindings_.show(slider.busyPointer,
                    [&view](const bool& busy) { view.setCursor(busy ? Qt::BusyCursor : Qt::ArrowCursor); });
-    bindings_.show(slider.visible, [&view](const bool& visible) { view.setVisible(visible); });
+    bindVisible(view, slider.visible, bindings_);
     return view;
 }
 
