@@ -86,7 +86,7 @@ base::Status LaunchDesk::startRipper(const SeenDisc& disc, const platform::DiscN
     for (const std::string& change : handOver.changes)
         platform_.log.line("names", change);
     const std::wstring path = state::inFolder(machine_.programFolder, disc::handoverName);
-    if (const auto written = platform_.files.writeWhole(path, handOver.bytes); !written)
+    if (auto written = platform_.files.writeWhole(path, handOver.bytes); !written)
         return written;
     const auto started = platform_.processes.start(L'"' + machine_.ripper + L"\" " + machine_.programFolder,
                                                    platform::Processes::WindowStyle::normal);

@@ -52,7 +52,7 @@ class HelpWindow::Browser final : public QWidget {
 public:
     Browser()
     {
-        setWindowTitle(QStringLiteral("Help"));
+        setWindowTitle(QStringLiteral("CD-Tonquay Help"));
         auto column = std::make_unique<QVBoxLayout>();
         column->setContentsMargins(0, 0, 0, 0);
         column->setSpacing(0);
@@ -160,7 +160,7 @@ void HelpWindow::display()
     if (!browser_)
         browser_ = std::make_unique<Browser>();
     const std::string file = hostPath_(file_);
-    browser_->showTopic(QFile::decodeName(file.substr(0, file.rfind("/")).c_str()), topic_);
+    browser_->showTopic(QFile::decodeName(file.substr(0, file.rfind('/')).c_str()), topic_);
 }
 
 }

@@ -2,10 +2,10 @@
 
 #include "ui/forms/input.h"
 
+#include <QCoreApplication>
 #include <QCursor>
 #include <QMenu>
 #include <QSet>
-#include <QTimer>
 
 #include <memory>
 
@@ -42,8 +42,10 @@ void fill(QMenu& menu, const std::vector<controls::MenuLine>& lines)
         }
         QAction& action = *menu.addAction(caption);
         action.setEnabled(line.entry->enabled);
-        QObject::connect(&action, &QAction::triggered,
-                         [entry = line.entry] { QTimer::singleShot(0, [entry] { entry->choose(); }); });
+        // Queued, and for an object that outlives the menu.
+        QObject::connect(
+            &action, &QAction::triggered, QCoreApplication::instance(), [entry = line.entry] { entry->choose(); },
+            Qt::QueuedConnection);
     }
 }
 

@@ -40,6 +40,7 @@ public:
     void takeOver(const controls::MultiSelectList& list)
     {
         std::vector<QString> texts;
+        texts.reserve(static_cast<std::size_t>(list.rowCount()));
         for (std::int32_t i = 0; i < list.rowCount(); ++i)
             texts.push_back(qtText(list.row(i)));
         if (texts == texts_)
@@ -71,12 +72,13 @@ TrackList::TrackList(controls::MultiSelectList& list, QWidget* parent)
     setMouseTracking(true);
     setFrameShape(QFrame::NoFrame);
     bindings_.keep(list.follow([this] { takeOver(); }));
-    bindings_.keep(
-        list.scrolled.add([this] { scrollTo(rows_->index(list_.topRow()), QAbstractItemView::PositionAtTop); }));
+    bindings_.keep(list.scrolled.add([this] { showTopRow(); }));
     bindings_.show(list.enabled, [this](const bool& enabled) {
-        // Else the keyboard would go to a key that happens to be next, and stay there.
-        if (!enabled)
-            hadFocus_ = hasFocus();
+        // Else the keyboard would go to a key that happens to be next, perhaps one that ends the program.
+        if (!enabled && hasFocus()) {
+            hadFocus_ = true;
+            window()->setFocus();
+        }
         setEnabled(enabled);
         if (enabled && std::exchange(hadFocus_, false))
             setFocus();
@@ -109,6 +111,18 @@ void TrackList::takeOver()
     if (currentIndex() != cursor)
         selectionModel()->setCurrentIndex(cursor, QItemSelectionModel::NoUpdate);
     viewport()->update();
+}
+
+void TrackList::showTopRow()
+{
+    scrollTo(rows_->index(list_.topRow()), QAbstractItemView::PositionAtTop);
+}
+
+/// What was scrolled before there was a place to show it.
+void TrackList::showEvent(QShowEvent* event)
+{
+    QListView::showEvent(event);
+    showTopRow();
 }
 
 void TrackList::writeSelection(const QItemSelection& changed, bool selected)

@@ -19,6 +19,7 @@ public:
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -27,6 +28,7 @@ private:
     class Rows;
 
     void takeOver();
+    void showTopRow();
     void writeSelection(const QItemSelection& changed, bool selected);
 
     controls::MultiSelectList& list_;

@@ -32,15 +32,15 @@ base::Status Ripdeck::start(const std::string& commandLine)
 {
     const bool named = commandLine.starts_with('/');
     const host::ScreenSize screen = host::screenSize();
-    const base::Status opened = host_.open({.programFolder = named ? commandLine : host::recordedProgramFolder(),
-                                            .dialogs = &dialogs_,
-                                            .help = &help_,
-                                            .screenWidth = screen.width,
-                                            .screenHeight = screen.height,
-                                            .interrupt = [this] {
-                                                if (program_)
-                                                    program_->forms().ripdeck().form.keyDown(controls::Key::escape);
-                                            }});
+    base::Status opened = host_.open({.programFolder = named ? commandLine : host::recordedProgramFolder(),
+                                      .dialogs = &dialogs_,
+                                      .help = &help_,
+                                      .screenWidth = screen.width,
+                                      .screenHeight = screen.height,
+                                      .interrupt = [this] {
+                                          if (program_)
+                                              program_->forms().ripdeck().form.keyDown(controls::Key::escape);
+                                      }});
     if (!opened)
         return opened;
     const platform::Platform platform = host_.platform();

@@ -16,7 +16,7 @@ namespace {
 /// Draws one picture anew whenever it is asked, in the colour of its state.
 class PictureEngine final : public QIconEngine {
 public:
-    PictureEngine(QString name, QColor colour) : name_(std::move(name)), colour_(std::move(colour)) {}
+    PictureEngine(QString name, const QColor& colour) : name_(std::move(name)), colour_(colour) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
     {

@@ -65,7 +65,6 @@ void dressApplication(QApplication& application)
 {
     takeResources();
     QApplication::setApplicationName(QStringLiteral("cd-tonquay"));
-    QApplication::setApplicationDisplayName(QStringLiteral("CD-Tonquay"));
     QApplication::setDesktopFileName(QStringLiteral("cd-tonquay"));
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(darkPalette());
