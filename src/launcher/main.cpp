@@ -30,11 +30,12 @@ constexpr const char* discsVariable = "TONQUAY_DISCS";
 /// The drives of this machine behind the images that were opened.
 class HostShelf final : public launcher::Shelf {
 public:
-    HostShelf()
+    /// Waits that long for drives that spin up.
+    explicit HostShelf(std::chrono::milliseconds patience)
     {
         if (const char* discs = std::getenv(discsVariable))
             images_ = host::openedImages(discs);
-        takeStock(std::chrono::milliseconds{5000});
+        takeStock(patience);
     }
 
     platform::Discs& discs() override { return *discs_; }
@@ -155,11 +156,12 @@ int main(int count, char** words)
     const platform::Platform platform = real.platform();
     launcher::LaunchDesk desk(platform, prepareMachine(places, platform));
     desk.writeFirstSettings();
-    HostShelf shelf;
-
     std::string problem;
     std::vector<std::string> images(words + std::min(count, 1), words + count);
-    if (images.size() == 1 && base::sameText(base::fromHostBytes(images.front()), L"RUNRIPPER")) {
+    const bool unseen = images.size() == 1 && base::sameText(base::fromHostBytes(images.front()), L"RUNRIPPER");
+    // A window shows a drive that spins up as what it is, and looks again.
+    HostShelf shelf(std::chrono::seconds{unseen ? 5 : 0});
+    if (unseen) {
         images.clear();
         const base::Status started = startUnseen(desk, shelf);
         if (started)

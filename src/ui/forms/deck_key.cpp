@@ -22,7 +22,8 @@ constexpr double radius = 9;
 DeckKey::DeckKey(Look look, const QString& name, const QKeySequence& key, QWidget* parent)
     : QPushButton(parent),
       look_(std::move(look)),
-      icon_(ui::icon(look_.picture, look_.plate == Plate::accent ? colours::accentText : colours::text))
+      icon_(ui::icon(look_.picture, look_.plate == Plate::accent ? colours::accentText : colours::text)),
+      runningIcon_(ui::icon(look_.picture, colours::accent))
 {
     setAccessibleName(name);
     setShortcut(key);
@@ -90,12 +91,24 @@ QSize DeckKey::minimumSizeHint() const
     return {look_.iconSize + 3 * padding + text, QFontMetrics(captionFont()).height() + 8};
 }
 
+QColor DeckKey::inkColour() const
+{
+    if (!isEnabled())
+        return colours::dim;
+    if (look_.plate != Plate::accent)
+        return colours::text;
+    return running_ ? colours::accent : colours::accentText;
+}
+
 void DeckKey::paintPlate(QPainter& painter) const
 {
     const bool down = isDown() || held_;
     QColor plate = down ? colours::keyDown : hovered_ ? colours::keyHover : colours::key;
     QColor edge = colours::border;
-    if (look_.plate == Plate::accent) {
+    if (look_.plate == Plate::accent && running_) {
+        plate = colours::keyDown;
+        edge = colours::accent;
+    } else if (look_.plate == Plate::accent) {
         plate = !isEnabled() ? colours::key
                 : down       ? colours::accent.darker(118)
                 : hovered_   ? colours::accent.lighter(108)
@@ -105,7 +118,7 @@ void DeckKey::paintPlate(QPainter& painter) const
         plate = Qt::transparent;
         edge = Qt::transparent;
     }
-    if (running_ && look_.plate != Plate::accent)
+    if (running_)
         edge = colours::accent;
     if (hasFocus())
         edge = look_.plate == Plate::accent ? colours::text : colours::on;
@@ -140,13 +153,12 @@ void DeckKey::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     paintPlate(painter);
-    const QColor colour = !isEnabled()                   ? colours::dim
-                          : look_.plate == Plate::accent ? colours::accentText
-                                                         : colours::text;
+    const QColor colour = inkColour();
     const int size = std::min(look_.iconSize, height() - 8);
     const int left = look_.caption.isEmpty() ? (width() - size) / 2 : padding;
-    icon_.paint(&painter, left, (height() - size) / 2, size, size, Qt::AlignCenter,
-                isEnabled() ? QIcon::Normal : QIcon::Disabled);
+    const QIcon& picture = look_.plate == Plate::accent && running_ ? runningIcon_ : icon_;
+    picture.paint(&painter, left, (height() - size) / 2, size, size, Qt::AlignCenter,
+                  isEnabled() ? QIcon::Normal : QIcon::Disabled);
     if (!look_.caption.isEmpty())
         paintTexts(painter, rect().adjusted(padding + size + padding - 2, 2, -6, -2), colour);
 }

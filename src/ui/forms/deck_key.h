@@ -44,11 +44,13 @@ protected:
 private:
     QFont captionFont() const;
     QFont noteFont() const;
+    QColor inkColour() const;
     void paintPlate(QPainter& painter) const;
     void paintTexts(QPainter& painter, const QRect& area, const QColor& colour) const;
 
     Look look_;
     QIcon icon_;
+    QIcon runningIcon_; ///< of an accent key at work
     bool held_ = false;
     bool running_ = false;
     bool hovered_ = false;

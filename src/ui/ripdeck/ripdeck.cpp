@@ -1,6 +1,7 @@
 #include "ui/ripdeck/ripdeck.h"
 
 #include "base/text.h"
+#include "host/system/places.h"
 #include "host/system/recorded_folder.h"
 #include "host/windows/screen_size.h"
 #include "platform/file_system.h"
@@ -10,6 +11,16 @@
 namespace tonquay::ui {
 
 namespace {
+
+/// The folder that is mounted as the program's. Without a record it is where a launcher would have made it; when that
+/// is not there either the program ends by itself.
+std::string folderToMount(const std::string& commandLine)
+{
+    if (commandLine.starts_with('/'))
+        return commandLine;
+    const std::string recorded = host::recordedProgramFolder();
+    return recorded.empty() ? host::places().programFolder : recorded;
+}
 
 constexpr std::wstring_view mountedFolder = L"C:\\CDTONQUAY";
 
@@ -32,7 +43,7 @@ base::Status Ripdeck::start(const std::string& commandLine)
 {
     const bool named = commandLine.starts_with('/');
     const host::ScreenSize screen = host::screenSize();
-    base::Status opened = host_.open({.programFolder = named ? commandLine : host::recordedProgramFolder(),
+    base::Status opened = host_.open({.programFolder = folderToMount(commandLine),
                                       .dialogs = &dialogs_,
                                       .help = &help_,
                                       .screenWidth = screen.width,
