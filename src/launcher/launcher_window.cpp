@@ -87,7 +87,8 @@ struct LauncherWindow::Parts {
     QLabel heading{QStringLiteral("What is in the drive?")};
     QListWidget drives;
     QPushButton open{QStringLiteral("&Open disc image...")};
-    QLabel state; ///< of the chosen drive, or what went wrong
+    QLabel problem; ///< what went wrong, there while it has something to say
+    QLabel state;   ///< of the chosen drive
     QLineEdit artist, album, year, genre, comment;
     QLabel source;
     QTableWidget titles;
@@ -124,11 +125,12 @@ void LauncherWindow::build()
     p.drives.setMaximumHeight(p.drives.fontMetrics().height() * 5);
     p.open.setIcon(ui::icon(QStringLiteral("open")));
     p.open.setAutoDefault(false);
-    for (QLabel* label : {&p.state, &p.source, &p.warning}) {
+    for (QLabel* label : {&p.problem, &p.state, &p.source, &p.warning}) {
         label->setWordWrap(true);
         label->setTextFormat(Qt::PlainText);
-        label->setProperty("role", label == &p.warning ? "warning" : "note");
+        label->setProperty("role", label == &p.warning || label == &p.problem ? "warning" : "note");
     }
+    p.problem.hide();
 
     auto top = std::make_unique<QHBoxLayout>();
     top->addWidget(&p.heading, 1);
@@ -177,6 +179,7 @@ void LauncherWindow::build()
     column->setSpacing(10);
     column->addLayout(top.release());
     column->addWidget(&p.drives);
+    column->addWidget(&p.problem);
     column->addWidget(&p.state);
     column->addLayout(fields.release());
     column->addWidget(&p.titles, 1);
@@ -190,7 +193,10 @@ void LauncherWindow::build()
 
 void LauncherWindow::connectAll()
 {
-    connect(&parts_->drives, &QListWidget::currentRowChanged, this, [this] { driveChosen(); });
+    connect(&parts_->drives, &QListWidget::currentRowChanged, this, [this] {
+        parts_->problem.hide();
+        driveChosen();
+    });
     connect(&parts_->open, &QPushButton::clicked, this, [this] { chooseImage(); });
     connect(&parts_->quit, &QPushButton::clicked, this, [this] { close(); });
     connect(&parts_->start, &QPushButton::clicked, this, [this] { start(); });
@@ -198,9 +204,8 @@ void LauncherWindow::connectAll()
 
 void LauncherWindow::tell(const std::string& problem)
 {
-    parts_->state.setProperty("role", "warning");
-    parts_->state.setText(qtText(problem));
-    parts_->state.setStyleSheet(QStringLiteral("color: #ffb454"));
+    parts_->problem.setText(qtText(problem));
+    parts_->problem.show();
 }
 
 void LauncherWindow::timerEvent(QTimerEvent*)
@@ -244,7 +249,6 @@ void LauncherWindow::takeOverDrives()
 void LauncherWindow::driveChosen()
 {
     disc_.reset();
-    parts_->state.setStyleSheet({});
     const int row = parts_->drives.currentRow();
     if (drives_.empty() || row < 0) {
         showNoDisc(
