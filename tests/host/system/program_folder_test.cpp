@@ -1,9 +1,11 @@
 #include "host/system/program_folder.h"
 
+#include "host/system/recorded_folder.h"
 #include "support/temp_folder.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <unistd.h>
 
 namespace {
@@ -86,6 +88,41 @@ TEST_F(ProgramFolder, whatAUserPutThereStays)
         EXPECT_EQ(target("oggtools/vorbiscomment.exe"), path.empty() ? folder / "mine/vorbiscomment" : adapter)
             << "a link is the user's only where the machine has no such program";
     }
+}
+
+TEST_F(ProgramFolder, launcherAndHelpFollowTheirPlaces)
+{
+    const host::ProgramFolder programFolder({programs, one, adapter});
+    programFolder.refresh();
+    fs::create_directories(folder / "help");
+    ASSERT_TRUE(programFolder.linkLauncher(one + "/lame"));
+    ASSERT_TRUE(programFolder.linkHelp(folder / "help"));
+    EXPECT_EQ(target("tqlaunch.exe"), one + "/lame");
+    EXPECT_EQ(target("tqhelp"), folder / "help");
+    fs::create_directories(folder / "new help");
+    ASSERT_TRUE(programFolder.linkLauncher(two + "/lame"));
+    ASSERT_TRUE(programFolder.linkHelp(folder / "new help"));
+    EXPECT_EQ(target("tqlaunch.exe"), two + "/lame") << "moved";
+    EXPECT_EQ(target("tqhelp"), folder / "new help") << "moved";
+    ASSERT_TRUE(programFolder.linkHelp(""));
+    EXPECT_EQ(target("tqhelp"), folder / "new help") << "nothing better is known";
+
+    fs::remove(programs + "/tqhelp");
+    fs::create_directory(programs + "/tqhelp");
+    ASSERT_TRUE(programFolder.linkHelp(folder / "help"));
+    EXPECT_TRUE(fs::is_directory(fs::symlink_status(programs + "/tqhelp"))) << "the user's own";
+}
+
+TEST(RecordedFolder, comesBackAsItWas)
+{
+    const test::TempFolder home;
+    const std::string before = std::getenv("HOME") != nullptr ? std::getenv("HOME") : "";
+    setenv("HOME", home.path().c_str(), 1);
+    unsetenv("XDG_CONFIG_HOME");
+    EXPECT_EQ(host::recordedProgramFolder(), "");
+    host::recordProgramFolder("/home/Ann Lée/\xFFprogram");
+    EXPECT_EQ(host::recordedProgramFolder(), "/home/Ann Lée/\xFFprogram");
+    setenv("HOME", before.c_str(), 1);
 }
 
 TEST_F(ProgramFolder, aPathThatLeadsBackIsNoCircle)

@@ -97,6 +97,32 @@ struct DesktopProgram : testing::Test {
         return names;
     }
 
+    /// Rips all tracks while every key but those that end the program or the run is pressed at every chance. Answers
+    /// how often that was.
+    int ripAllUnderEveryKey()
+    {
+        click("All");
+        int presses = 0;
+        QTimer meddler;
+        QObject::connect(&meddler, &QTimer::timeout, [&] {
+            if (ripdeck->program().state().flags.ripBusy != 1)
+                return;
+            ++presses;
+            for (const char* key : {"Previous track", "Next track", "Play", "Pause", "Eject", "Rip", "Setup", "TagUtil",
+                                    "All", "Tags", "Menu"})
+                click(key);
+            ripdeck->program().forms().ripdeck().Trackprogress.mouseUp(0.5);
+            QTest::keyClick(&named<QWidget>("Volume"), presses % 2 == 0 ? Qt::Key_Up : Qt::Key_Down);
+            ripdeck->program().forms().id3auto().form.unload();
+            if (QWidget* menu = QApplication::activePopupWidget())
+                menu->close();
+        });
+        constexpr int everyMs = 3;
+        meddler.start(everyMs);
+        click("Rip");
+        return presses;
+    }
+
     void expectExact(const std::string& name, std::size_t track) const
     {
         const std::vector<std::byte> sound = test::expectedSound(disc, track);
@@ -136,32 +162,23 @@ TEST_F(DesktopProgram, previewThenStopThenTwoTracksToTaggedMp3)
 TEST_F(DesktopProgram, everyKeyPressedDuringARunHarmsNoTrack)
 {
     start(false);
-    click("All");
-    int presses = 0;
-    bool volumeUp = false;
-    QTimer meddler;
-    QObject::connect(&meddler, &QTimer::timeout, [&] {
-        if (ripdeck->program().state().flags.ripBusy != 1)
-            return;
-        ++presses;
-        for (const char* key :
-             {"Previous track", "Next track", "Play", "Pause", "Eject", "Rip", "Setup", "TagUtil", "All"})
-            click(key);
-        ripdeck->program().forms().ripdeck().Trackprogress.mouseUp(0.5);
-        QTest::keyClick(&named<QWidget>("Volume"), (volumeUp = !volumeUp) ? Qt::Key_Up : Qt::Key_Down);
-        click("Tags");
-        ripdeck->program().forms().id3auto().form.unload();
-        click("Menu");
-        if (QWidget* menu = QApplication::activePopupWidget())
-            menu->close();
-    });
-    meddler.start(3);
-    click("Rip");
-    EXPECT_GT(presses, 3);
+    EXPECT_GT(ripAllUnderEveryKey(), 3);
     EXPECT_EQ(files(), (std::set<std::string>{"Dawn.wav", "Noon.wav", "Dusk.wav"}));
     expectExact("Dawn.wav", 0);
     expectExact("Noon.wav", 1);
     expectExact("Dusk.wav", 2);
+}
+
+TEST_F(DesktopProgram, everyKeyPressedWhileEncodersWorkHarmsNoTrack)
+{
+    start(true);
+    EXPECT_GT(ripAllUnderEveryKey(), 20);
+    EXPECT_EQ(files(), (std::set<std::string>{"Dawn.mp3", "Noon.mp3", "Dusk.mp3"}));
+    for (const char* name : {"Dawn", "Noon", "Dusk"})
+        EXPECT_THAT(test::runProgram({"ffprobe", "-v", "error", "-show_entries", "format_tags=title",
+                                      music / (std::string(name) + ".mp3")})
+                        .out,
+                    HasSubstr(name));
 }
 
 TEST_F(DesktopProgram, stopLeavesTheTrackInHandWhole)
