@@ -1,33 +1,24 @@
 #include "launcher/launcher_window.h"
 
-#include "base/text.h"
+#include "launcher/names_form.h"
 #include "ui/skin/icons.h"
 
 #include <QDragEnterEvent>
 #include <QFileDialog>
-#include <QFormLayout>
 #include <QGuiApplication>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QMimeData>
 #include <QPushButton>
 #include <QScreen>
-#include <QTableWidget>
 #include <QVBoxLayout>
 
-#include <array>
+#include <algorithm>
 
 namespace tonquay::launcher {
 
 namespace {
-
-QString qtText(const std::wstring& text)
-{
-    return QString::fromStdWString(text);
-}
 
 QString qtText(const std::string& text)
 {
@@ -59,16 +50,6 @@ QString sourceText(NameSource source)
     return QStringLiteral("The disc tells no names. What you enter is kept for it.");
 }
 
-QString timeText(const platform::DiscTrack& track)
-{
-    constexpr int sectorsPerSecond = 75;
-    constexpr int secondsPerMinute = 60;
-    const int seconds = track.sectorCount / sectorsPerSecond;
-    return QStringLiteral("%1:%2")
-        .arg(seconds / secondsPerMinute)
-        .arg(seconds % secondsPerMinute, 2, 10, QLatin1Char('0'));
-}
-
 bool sameDrives(const std::vector<platform::DriveDescription>& left,
                 const std::vector<platform::DriveDescription>& right)
 {
@@ -79,8 +60,6 @@ bool sameDrives(const std::vector<platform::DriveDescription>& left,
                       });
 }
 
-enum TitleColumn { numberColumn, titleColumn, timeColumn, titleColumns };
-
 }
 
 struct LauncherWindow::Parts {
@@ -89,14 +68,11 @@ struct LauncherWindow::Parts {
     QPushButton open{QStringLiteral("&Open disc image...")};
     QLabel problem; ///< what went wrong, there while it has something to say
     QLabel state;   ///< of the chosen drive
-    QLineEdit artist, album, year, genre, comment;
+    NamesForm names;
     QLabel source;
-    QTableWidget titles;
     QLabel warning;
     QPushButton quit{QStringLiteral("&Quit")};
     QPushButton start{QStringLiteral("&Start ripper")};
-
-    std::array<QLineEdit*, 5> fields() { return {&artist, &album, &year, &genre, &comment}; }
 };
 
 LauncherWindow::LauncherWindow(LaunchDesk& desk, Shelf& shelf)
@@ -136,34 +112,6 @@ void LauncherWindow::build()
     top->addWidget(&p.heading, 1);
     top->addWidget(&p.open);
 
-    auto fields = std::make_unique<QFormLayout>();
-    fields->setHorizontalSpacing(14);
-    fields->setVerticalSpacing(7);
-    constexpr std::array captions{"&Artist", "A&lbum", "&Year", "&Genre", "&Comment"};
-    constexpr int longest = 250;
-    for (std::size_t i = 0; i < captions.size(); ++i) {
-        QLineEdit& edit = *p.fields()[i];
-        edit.setMaxLength(longest);
-        edit.setAccessibleName(QString::fromLatin1(captions[i]).remove('&'));
-        fields->addRow(QString::fromLatin1(captions[i]), &edit);
-    }
-
-    p.titles.setColumnCount(titleColumns);
-    p.titles.setHorizontalHeaderLabels({QStringLiteral("Track"), QStringLiteral("Title"), QStringLiteral("Time")});
-    p.titles.verticalHeader()->hide();
-    p.titles.horizontalHeader()->setHighlightSections(false);
-    p.titles.horizontalHeader()->setSectionResizeMode(titleColumn, QHeaderView::Stretch);
-    p.titles.setColumnWidth(numberColumn, p.titles.fontMetrics().horizontalAdvance(QStringLiteral("Track 00 ")));
-    p.titles.setColumnWidth(timeColumn, p.titles.fontMetrics().horizontalAdvance(QStringLiteral("000:00   ")));
-    p.titles.horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    p.titles.setShowGrid(false);
-    p.titles.setTabKeyNavigation(false);
-    p.titles.setSelectionMode(QAbstractItemView::SingleSelection);
-    p.titles.setSelectionBehavior(QAbstractItemView::SelectRows);
-    p.titles.setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
-                             QAbstractItemView::AnyKeyPressed | QAbstractItemView::SelectedClicked);
-    p.titles.setAccessibleName(QStringLiteral("Titles"));
-
     auto bottom = std::make_unique<QHBoxLayout>();
     bottom->addWidget(&p.source, 1);
     bottom->addWidget(&p.quit);
@@ -181,8 +129,7 @@ void LauncherWindow::build()
     column->addWidget(&p.drives);
     column->addWidget(&p.problem);
     column->addWidget(&p.state);
-    column->addLayout(fields.release());
-    column->addWidget(&p.titles, 1);
+    column->addWidget(&p.names, 1);
     column->addWidget(&p.warning);
     column->addLayout(bottom.release());
     setLayout(column.release());
@@ -274,58 +221,17 @@ void LauncherWindow::showNoDisc(const std::string& why)
 {
     parts_->state.setText(qtText(why));
     parts_->source.clear();
-    for (QLineEdit* field : parts_->fields()) {
-        field->clear();
-        field->setEnabled(false);
-    }
-    parts_->titles.setRowCount(0);
-    parts_->titles.setEnabled(false);
+    parts_->names.clear();
     parts_->start.setEnabled(false);
 }
 
 void LauncherWindow::showDisc()
 {
-    const platform::DiscNames& names = disc_->names;
-    const std::array texts{&names.artist, &names.album, &names.year, &names.genre, &names.comment};
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        parts_->fields()[i]->setEnabled(true);
-        parts_->fields()[i]->setText(qtText(*texts[i]));
-        parts_->fields()[i]->setCursorPosition(0);
-    }
-    const std::vector<platform::DiscTrack>& tracks = disc_->table.tracks;
-    parts_->titles.setEnabled(true);
-    parts_->titles.setRowCount(static_cast<int>(tracks.size()));
-    for (std::size_t i = 0; i < tracks.size(); ++i) {
-        const auto cell = [&](TitleColumn column, const QString& text, bool editable) {
-            auto item = std::make_unique<QTableWidgetItem>(text);
-            if (!editable)
-                item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-            if (column == timeColumn)
-                item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-            parts_->titles.setItem(static_cast<int>(i), column, item.release());
-        };
-        cell(numberColumn, QStringLiteral("%1").arg(tracks[i].number, 2, 10, QLatin1Char('0')), false);
-        cell(titleColumn, qtText(names.titles[i]), tracks[i].audio);
-        cell(timeColumn, tracks[i].audio ? timeText(tracks[i]) : QStringLiteral("data"), false);
-    }
-    parts_->titles.setCurrentCell(0, titleColumn);
-    parts_->state.setText(QStringLiteral("%1 tracks").arg(tracks.size()));
+    parts_->names.showDisc(*disc_);
+    parts_->state.setText(QStringLiteral("%1 tracks").arg(disc_->table.tracks.size()));
     parts_->source.setText(sourceText(disc_->source));
     parts_->start.setEnabled(true);
     parts_->start.setFocus();
-}
-
-platform::DiscNames LauncherWindow::enteredNames() const
-{
-    platform::DiscNames names{.artist = parts_->artist.text().trimmed().toStdWString(),
-                              .album = parts_->album.text().trimmed().toStdWString(),
-                              .year = parts_->year.text().trimmed().toStdWString(),
-                              .genre = parts_->genre.text().trimmed().toStdWString(),
-                              .comment = parts_->comment.text().trimmed().toStdWString(),
-                              .titles = {}};
-    for (int row = 0; row < parts_->titles.rowCount(); ++row)
-        names.titles.push_back(parts_->titles.item(row, titleColumn)->text().trimmed().toStdWString());
-    return names;
 }
 
 void LauncherWindow::start()
@@ -333,7 +239,7 @@ void LauncherWindow::start()
     if (!disc_)
         return;
     QGuiApplication::setOverrideCursor(Qt::BusyCursor);
-    const base::Status started = desk_.startRipper(*disc_, enteredNames());
+    const base::Status started = desk_.startRipper(*disc_, parts_->names.entered());
     QGuiApplication::restoreOverrideCursor();
     if (!started)
         tell("The ripper could not be started: " + base::describe(started.failure()));

@@ -51,7 +51,6 @@ private:
     void showNoDisc(const std::string& why);
     void chooseImage();
     void start();
-    platform::DiscNames enteredNames() const;
 
     LaunchDesk& desk_;
     Shelf& shelf_;
