@@ -1,6 +1,7 @@
 #include "ui/skin/skin.h"
 
 #include "ui/skin/colours.h"
+#include "ui/skin/icons.h"
 
 #include <QApplication>
 #include <QFile>
@@ -66,6 +67,7 @@ void dressApplication(QApplication& application)
     takeResources();
     QApplication::setApplicationName(QStringLiteral("cd-tonquay"));
     QApplication::setDesktopFileName(QStringLiteral("cd-tonquay"));
+    QApplication::setWindowIcon(icon(QStringLiteral("program")));
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(darkPalette());
     QApplication::setFont(displayFont(QApplication::font()));
