@@ -2,7 +2,7 @@
 
 #include "base/text.h"
 #include "engine/error_reporters.h"
-#include "engine/wav_header.h"
+#include "platform/wav_file.h"
 
 #include <algorithm>
 #include <memory>
@@ -16,36 +16,21 @@ namespace {
 
 constexpr std::size_t blockBytes = 20000;
 
-std::uint32_t sizeField(std::int64_t bytes)
-{
-    return static_cast<std::uint32_t>(bytes);
-}
-
-WaveFormat streamFormat(EngineContext& c)
+base::WaveFormat streamFormat(EngineContext& c)
 {
     AudioEngine::ChannelInfo info;
     c.engine.BASS_ChannelGetInfo(c.stream(), info);
     float frequency = 0;
     c.engine.BASS_ChannelGetAttribute(c.stream(), AudioEngine::BASS_ATTRIB_FREQ, frequency);
-    WaveFormat format;
+    base::WaveFormat format;
     format.channels = static_cast<std::uint16_t>(std::min<std::uint32_t>(info.chans, 2));
     format.samplesPerSecond = static_cast<std::uint32_t>(frequency);
     format.bitsPerSample = (info.flags & AudioEngine::BASS_SAMPLE_8BITS) != 0 ? 8 : 16;
     return format;
 }
 
-base::Status writeHeader(platform::BinaryFile& file, const WaveFormat& format)
-{
-    const WaveHeader header = waveHeader(format);
-    if (auto written = file.write(header.riff); !written)
-        return written;
-    if (auto written = file.write(header.format); !written)
-        return written;
-    return file.write(header.data);
-}
-
 /// Copies the stream into the file to its end. `bytesWritten` follows the stream's position.
-base::Status copyStream(EngineContext& c, platform::BinaryFile& file, std::int64_t& bytesWritten)
+base::Status copyStream(EngineContext& c, platform::WavFile& file, std::int64_t& bytesWritten)
 {
     std::vector<std::byte> extractBuffer(blockBytes);
     while (c.engine.BASS_ChannelIsActive(c.stream()) != AudioEngine::stopped) {
@@ -62,38 +47,24 @@ base::Status copyStream(EngineContext& c, platform::BinaryFile& file, std::int64
     return {};
 }
 
-base::Status patchSizes(platform::BinaryFile& file, std::int64_t bytesWritten)
-{
-    // The first seek also brings out a gathered write that failed, before any size vouches for it.
-    if (auto moved = file.seek(riffSizeOffset); !moved)
-        return moved;
-    if (auto written = file.write(littleEndian(sizeField(bytesWritten + waveHeaderBytes - 8))); !written)
-        return written;
-    if (auto moved = file.seek(dataSizeOffset); !moved)
-        return moved;
-    return file.write(littleEndian(sizeField(bytesWritten)));
-}
-
 base::Status writeTrack(EngineContext& c)
 {
     auto opened = c.files.openBinary(c.state.run.ripTargetPath);
     if (!opened)
         return opened.failure();
-    const std::unique_ptr<platform::BinaryFile> file = std::move(*opened);
-    if (auto written = writeHeader(*file, streamFormat(c)); !written)
+    platform::WavFile file(std::move(*opened));
+    if (auto written = file.writeHeader(streamFormat(c)); !written)
         return written;
     const std::int64_t length = c.engine.BASS_ChannelGetLength(c.stream(), 0);
     std::int64_t bytesWritten = 0;
-    if (auto copied = copyStream(c, *file, bytesWritten); !copied)
+    if (auto copied = copyStream(c, file, bytesWritten); !copied)
         return copied;
     if (bytesWritten != length)
         return base::Failure{base::Failure::Kind::other, base::utf8(c.state.run.ripTargetPath),
                              "the track was ended before its last byte"};
     c.engine.BASS_ChannelStop(c.stream());
     c.engine.BASS_StreamFree(c.stream());
-    if (auto patched = patchSizes(*file, bytesWritten); !patched)
-        return patched;
-    return file->close();
+    return file.finish(bytesWritten);
 }
 
 }

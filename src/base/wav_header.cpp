@@ -1,10 +1,10 @@
-#include "engine/wav_header.h"
+#include "base/wav_header.h"
 
 #include <algorithm>
 #include <span>
 #include <string_view>
 
-namespace tonquay::engine {
+namespace tonquay::base {
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace tonquay::engine {
+namespace tonquay::base {
 
 /// The sound in a plain RIFF WAVE file.
 struct WaveFormat {
