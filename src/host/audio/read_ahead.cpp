@@ -1,6 +1,8 @@
 #include "host/audio/read_ahead.h"
 
+#include "host/audio/background_thread.h"
 #include "host/audio/bell.h"
+#include "host/audio/checksum.h"
 #include "host/audio/sound.h"
 #include "host/audio/thread_reaper.h"
 
@@ -8,11 +10,7 @@
 #include <array>
 #include <atomic>
 #include <chrono>
-#include <csignal>
-#include <future>
-#include <libdeflate.h>
 #include <mutex>
-#include <thread>
 
 namespace tonquay::host {
 
@@ -45,14 +43,6 @@ struct Place {
     bool quick = false; ///< the last read cost next to nothing
 };
 
-/// Signals are for the main thread: its waits are made to be interrupted, a read of a disc is not.
-void blockSignals()
-{
-    sigset_t all;
-    sigfillset(&all);
-    pthread_sigmask(SIG_BLOCK, &all, nullptr);
-}
-
 }
 
 /// What both threads share; the last of them deletes it.
@@ -77,8 +67,7 @@ struct ReadAhead::Work {
     bool holding = false;
     std::size_t offset = 0;
 
-    std::thread thread;
-    std::future<void> ended;
+    BackgroundThread reading;
 
     Slot& front() { return slots[released.load(std::memory_order_relaxed) % slotCount]; }
 
@@ -162,7 +151,7 @@ void ReadAhead::Work::fill(Slot& slot, Place& place, Disc& disc) const
 
     slot.checksumBefore = place.checksum;
     if (wantsChecksum)
-        place.checksum = libdeflate_crc32(place.checksum, slot.data.get() + slot.begin, slot.size - slot.begin);
+        place.checksum = crc32(place.checksum, std::span(slot.data.get(), slot.size).subspan(slot.begin));
 }
 
 ReadAhead::ReadAhead(std::shared_ptr<Disc> disc, Stretch stretch, Wishes wishes, ThreadReaper& reaper)
@@ -173,15 +162,10 @@ ReadAhead::ReadAhead(std::shared_ptr<Disc> disc, Stretch stretch, Wishes wishes,
     work_->wantsChecksum = wishes.checksum;
     work_->whenDrained = std::move(wishes.whenDrained);
 
-    std::promise<void> ended;
-    work_->ended = ended.get_future();
-    work_->thread = std::thread([work = work_, disc = std::move(disc), ended = std::move(ended)]() mutable {
-        blockSignals();
+    work_->reading = startInBackground([work = work_, disc = std::move(disc)]() mutable {
         work->run(*disc);
         // Closing a drive may take its time too, so the disc goes here and not with the last owner.
         disc.reset();
-        work.reset();
-        ended.set_value();
     });
 }
 
@@ -198,7 +182,7 @@ void ReadAhead::letGo()
         work_->whenDrained = nullptr;
     }
     work_->readerBell.ring();
-    reaper_.take(std::move(work_->thread), std::move(work_->ended));
+    reaper_.take(std::move(work_->reading));
 }
 
 std::span<const std::byte> ReadAhead::ready()
@@ -258,7 +242,7 @@ std::uint32_t ReadAhead::checksum() const
     if (!work_->holding)
         return 0;
     const Slot& slot = work_->front();
-    return libdeflate_crc32(slot.checksumBefore, slot.data.get() + slot.begin, work_->offset - slot.begin);
+    return crc32(slot.checksumBefore, std::span(slot.data.get(), work_->offset).subspan(slot.begin));
 }
 
 void ReadAhead::seek(std::int64_t position)

@@ -7,16 +7,16 @@ ThreadReaper::~ThreadReaper()
     joinAll(std::chrono::milliseconds{500});
 }
 
-void ThreadReaper::take(std::thread thread, std::future<void> ended)
+void ThreadReaper::take(BackgroundThread thread)
 {
     joinEnded();
-    endings_.push_back({std::move(thread), std::move(ended)});
+    endings_.push_back(std::move(thread));
 }
 
 void ThreadReaper::joinAll(std::chrono::milliseconds limit)
 {
     const auto until = std::chrono::steady_clock::now() + limit;
-    for (Ending& ending : endings_) {
+    for (BackgroundThread& ending : endings_) {
         if (ending.ended.wait_until(until) == std::future_status::ready)
             ending.thread.join();
         else
@@ -33,7 +33,7 @@ std::size_t ThreadReaper::waiting()
 
 void ThreadReaper::joinEnded()
 {
-    std::erase_if(endings_, [](Ending& ending) {
+    std::erase_if(endings_, [](BackgroundThread& ending) {
         if (ending.ended.wait_for(std::chrono::seconds{0}) != std::future_status::ready)
             return false;
         ending.thread.join();

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "host/audio/background_thread.h"
+
 #include <chrono>
-#include <future>
-#include <thread>
 #include <vector>
 
 namespace tonquay::host {
@@ -17,8 +17,8 @@ public:
     ThreadReaper(const ThreadReaper&) = delete;
     ThreadReaper& operator=(const ThreadReaper&) = delete;
 
-    /// `ended` gets ready with the thread's last step. Never waits.
-    void take(std::thread thread, std::future<void> ended);
+    /// Never waits.
+    void take(BackgroundThread thread);
 
     /// Waits for all of them, `limit` in total. Who is not back by then is left to end on its own.
     void joinAll(std::chrono::milliseconds limit);
@@ -26,14 +26,9 @@ public:
     std::size_t waiting(); ///< how many are not back yet
 
 private:
-    struct Ending {
-        std::thread thread;
-        std::future<void> ended;
-    };
-
     void joinEnded();
 
-    std::vector<Ending> endings_;
+    std::vector<BackgroundThread> endings_;
 };
 
 }
