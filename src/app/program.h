@@ -9,13 +9,17 @@
 #include "deck/shell.h"
 #include "deck/start_up.h"
 #include "disc/disc_table.h"
+#include "disc/title_edit.h"
 #include "encode/encoder_pipeline.h"
 #include "engine/engine_form.h"
 #include "platform/platform.h"
 #include "rip/analog_capture.h"
+#include "rip/control_progress.h"
+#include "rip/partial_selection.h"
 #include "rip/program_files.h"
 #include "rip/rip_driver.h"
 #include "rip/track_extraction.h"
+#include "setup/drive_list.h"
 #include "state/app_state.h"
 #include "state/forms.h"
 #include "tagging/automatic_tagger.h"
@@ -55,7 +59,11 @@ private:
 
     engine::EngineForm engine_;
     disc::DiscTable discTable_;
+    disc::TitleEdit titleEdit_;
+    setup::DriveList driveList_;
     rip::AnalogCapture analogCapture_;
+    rip::ControlProgress controlProgress_;
+    rip::PartialSelection partialSelection_;
     rip::ProgramFiles programFiles_;
     tagging::LateTags lateTags_;
     std::function<void(const encode::StartedEncoder&)> encoderFollower_;

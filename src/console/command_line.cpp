@@ -232,10 +232,8 @@ std::string problemOf(const RipOptions& rip)
 {
     if (rip.format && !whyNotAvailable(*rip.format).empty())
         return whyNotAvailable(*rip.format);
-    if (rip.method != Method::digital2)
+    if (rip.method == Method::analog)
         return fmt::format("--method: this way of reading is {}; leave it out for digital2", notYet);
-    if (rip.fromSeconds || rip.toSeconds)
-        return fmt::format("--from, --to: parts of a track are {}", notYet);
     return {};
 }
 

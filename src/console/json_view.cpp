@@ -83,6 +83,9 @@ void JsonView::trackEnds(const TrackVerdict& verdict)
                        {"speed", speed(verdict.playSeconds, verdict.taken)},
                        {"crc32", verdict.crc ? Json(fmt::format("{:08X}", *verdict.crc)) : Json(nullptr)},
                        {"whole", verdict.whole},
+                       {"reread", verdict.troubles.reread},
+                       {"repaired", verdict.troubles.repaired},
+                       {"given_up", verdict.troubles.givenUp},
                        {"text", jsonBytes(verdict.text)}});
     if (!verdict.whole)
         screen_.complain(problemLine(verdict));

@@ -21,6 +21,22 @@ std::string clockText(std::int64_t seconds)
     return fmt::format("{}:{:02}:{:02}", seconds / 3600, seconds % 3600 / 60, seconds % 60);
 }
 
+std::string timesText(const std::vector<std::int32_t>& seconds)
+{
+    std::string text;
+    for (std::size_t i = 0; i < seconds.size(); ++i) {
+        const std::size_t first = i;
+        while (i + 1 < seconds.size() && seconds[i + 1] == seconds[i] + 1)
+            ++i;
+        if (!text.empty())
+            text += ", ";
+        text += clockText(seconds[first]);
+        if (i > first)
+            text += "-" + clockText(seconds[i]);
+    }
+    return text;
+}
+
 std::string speedText(double playSeconds, std::chrono::duration<double> taken)
 {
     constexpr double leastTime = 1e-6;

@@ -11,6 +11,7 @@
 #include "console/rip_settings.h"
 #include "console/run_processes.h"
 #include "console/screen_text.h"
+#include "console/track_part.h"
 #include "disc/handover_file.h"
 #include "disc/handover_writer.h"
 #include "encode/encoder_kind.h"
@@ -119,6 +120,9 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
     const auto rows = options.tracks ? options.tracks->on(table.tracks) : allAudioTracks(table.tracks);
     if (!rows)
         return refuse(screen, base::describe(rows.failure()));
+    const auto part = partOf(options, *rows, table.tracks);
+    if (!part)
+        return refuse(screen, base::describe(part.failure()));
     auto names = withGivenNames(table, options.given);
     if (!names)
         return refuse(screen, base::describe(names.failure()));
@@ -132,8 +136,12 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
             screen.complain(shownBytes(std::string(area) + ": " + std::string(text)));
         // Steps that are passed over speak on the logic's thread.
         const std::string lead = std::string(engine::extractionStep) + ": ";
-        if (session && std::this_thread::get_id() == logic && text.starts_with(lead))
+        if (!session || std::this_thread::get_id() != logic)
+            return;
+        if (text.starts_with(lead))
             session->noteProblem(std::string(text.substr(lead.size())));
+        else if (area == platform::AcdControl::refusedArea)
+            session->noteProblem(std::string(text));
     };
     platform::Processes* ending = nullptr;
     listener.interrupt = [&screen, &session, &ending, &host] {
@@ -158,9 +166,10 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
     ending = &platform.processes;
 
     const Format format = formatOf(savedSettings(platform, host), options);
-    const auto settings = chooseSettings(screen, options, format, host, platform);
+    auto settings = chooseSettings(screen, options, format, host, platform);
     if (!settings)
         return refuse(screen, base::describe(settings.failure()));
+    settings->driveLetter = std::wstring(1, drive.letter);
 
     platform::DiscTable named = table;
     named.names = std::move(*names);
@@ -180,7 +189,15 @@ ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const p
     program.start(programFolder);
     if (const auto wrong = whatCameBackWrong(*settings, program.state().settings, platform.files); !wrong.empty())
         return refuse(screen, wrong);
+    if (options.method != Method::digital2 && program.state().path.ripEngineMode != 1) {
+        screen.complain("tonquay: the disc cannot be read by this --method; leave it out, and clean the disc");
+        return ExitStatus::noDisc;
+    }
     RipPlan plan = makePlan(format, *rows, named, program.state().disc, program.state().settings, platform.files);
+    if (*part) {
+        plan.tracks.front().soundBytes = (*part)->bytes;
+        want(**part, plan.tracks.front().row, program.state().partial);
+    }
     if (plan.oneByOne) {
         platform.log.line("schedule", "This disc and encoder are encoded track by track");
         program.state().settings.encodeSingle = 1;

@@ -1,6 +1,7 @@
 #include "console/rip_plan.h"
 
 #include "base/text.h"
+#include "console/play_time.h"
 #include "console/wav_verdict.h"
 #include "encode/bitrates.h"
 #include "encode/commands.h"
@@ -70,6 +71,7 @@ RipPlan makePlan(Format format, const std::vector<std::size_t>& rows, const plat
         PlannedTrack planned;
         planned.row = static_cast<std::int32_t>(row);
         planned.track = table.tracks[row];
+        planned.soundBytes = planned.track.sectorCount * bytesPerSector;
         run.currentName = naming::fileName(settings.nameFormat, disc, planned.row + 1, naming::shortestRippedName);
         if (looksAgain && run.currentName !=
                               naming::fileName(settings.nameFormat, disc, planned.row + 1, naming::shortestRebuiltName))
@@ -79,7 +81,7 @@ RipPlan makePlan(Format format, const std::vector<std::size_t>& rows, const plat
         planned.path = planned.wavPath;
         if (format != Format::wav) {
             planned.path = encodedPath(format, settings, run);
-            planned.encodedBytes = encodedBytes(format, settings, playSeconds(planned.track.sectorCount));
+            planned.encodedBytes = encodedBytes(format, settings, playSeconds(planned.soundBytes));
         }
         planned.hostPath = files.hostPath(planned.path);
         plan.tracks.push_back(std::move(planned));
@@ -116,7 +118,7 @@ std::vector<std::string> problemsOf(const RipPlan& plan, platform::FileSystem& f
     for (const PlannedTrack& track : plan.tracks)
         planned.push_back({.track = track.track.number,
                            .path = track.wavPath,
-                           .bytes = wavFileBytes(sampleBytes(track.track.sectorCount)),
+                           .bytes = wavFileBytes(track.soundBytes),
                            .existing = files.length(track.wavPath)});
     std::vector<std::string> problems = sameFileProblems(planned);
     for (std::string& problem : longNameProblems(planned))

@@ -21,6 +21,7 @@ struct PlannedTrack {
     std::string wavHostPath; ///< of the WAV file, which is not what the user asked for when it is encoded
     std::wstring path;       ///< of the file that the user asked for
     std::string hostPath;
+    std::int64_t soundBytes = 0;   ///< to be read: of the whole track, unless only a part is wanted
     std::int64_t encodedBytes = 0; ///< of an encoded file, guessed; 0 when nothing is encoded
 };
 
@@ -46,16 +47,11 @@ std::vector<std::string> sourceProblems(const RipPlan& plan, const std::string& 
 /// Why the run cannot end well, one sentence each; none when it can. Makes the output folder.
 std::vector<std::string> problemsOf(const RipPlan& plan, platform::FileSystem& files);
 
-/// Seconds of sound in that many sectors.
-constexpr double playSeconds(int sectors)
+/// Seconds of that many bytes of sound.
+constexpr double playSeconds(std::int64_t soundBytes)
 {
-    return sectors / 75.0;
-}
-
-/// Bytes of sound in that many sectors.
-constexpr std::int64_t sampleBytes(int sectors)
-{
-    return std::int64_t{2352} * sectors;
+    constexpr double bytesPerSecond = 176400;
+    return static_cast<double>(soundBytes) / bytesPerSecond;
 }
 
 }

@@ -43,7 +43,7 @@ RipSession::RipSession(app::Program& program, platform::Platform platform, RunPr
 
 double RipSession::playSecondsOf(std::size_t planned) const
 {
-    return playSeconds(plan_.tracks[planned].track.sectorCount);
+    return playSeconds(plan_.tracks[planned].soundBytes);
 }
 
 RunEnd RipSession::run()
@@ -123,7 +123,7 @@ void RipSession::judgeWavInHand()
         return;
     TrackRecord& record = records_[*inHand_];
     const PlannedTrack& planned = plan_.tracks[*inHand_];
-    record.wav = judgeWav(planned.wavHostPath, {.sampleBytes = sampleBytes(planned.track.sectorCount),
+    record.wav = judgeWav(planned.wavHostPath, {.sampleBytes = planned.soundBytes,
                                                 .bytesRead = record.report ? record.report->bytesDelivered : 0});
     if (std::string text = whyNotRead(record, planned.row); !text.empty())
         record.wav = WavVerdict{false, std::move(text)};
@@ -207,8 +207,12 @@ TrackVerdict RipSession::verdictOn(std::size_t planned)
         verdict.crc = record.report->crc32;
     verdict.whole = record.wav && record.wav->whole;
     verdict.text = record.wav ? record.wav->text : "unfinished";
-    if (!encodes() || !verdict.whole)
+    if (record.report && verdict.whole)
+        verdict.troubles = record.report->troubles;
+    if (!encodes() || !verdict.whole) {
+        addRemark(verdict.text, troublesText(verdict.troubles));
         return verdict;
+    }
 
     const auto code = record.encoder ? processes_.exitCode(*record.encoder) : std::nullopt;
     verdict.text = whyNotEncoded(record, code);
@@ -219,6 +223,8 @@ TrackVerdict RipSession::verdictOn(std::size_t planned)
         verdict.whole = file.whole;
         verdict.text = file.text;
     }
+    if (verdict.whole)
+        addRemark(verdict.text, troublesText(verdict.troubles));
     if (!verdict.whole && !brokenOff_.empty())
         verdict.text = "unfinished: " + brokenOff_;
     if (std::error_code ignored; !verdict.whole && std::filesystem::exists(track.wavHostPath, ignored))
@@ -298,12 +304,11 @@ void RipSession::showProgress()
 {
     if (!inHand_ && !encodingNow_)
         return;
-    const controls::Slider& position = program_.forms().cdrip1().SliderPosition;
     RunProgress progress;
     // Not encodeBusy: beside encoders in the background the next track is being read.
     const bool encoding =
         !inHand_ || program_.forms().ripdeck().Label6[state::statusLabel].caption.get() == L"Encoding";
-    progress.trackPart = encoding ? 1 : static_cast<double>(position.value()) / position.max();
+    progress.trackPart = encoding ? 1 : partRead();
     progress.playSecondsRead = playSecondsDone_ + (inHand_ ? progress.trackPart * playSecondsOf(*inHand_) : 0);
     progress.totalPart = playSecondsTotal_ > 0 ? progress.playSecondsRead / playSecondsTotal_ : 0;
     // A batch is read whole, then encoded: half of the way each.
@@ -313,6 +318,16 @@ void RipSession::showProgress()
     if (encoding)
         progress.activity = RunProgress::Activity::encoding;
     view_.progress(progress);
+}
+
+/// Of the track in hand, 0 to 1. The engine's form is not to be loaded for a question.
+double RipSession::partRead() const
+{
+    constexpr double wholeBar = 100;
+    if (program_.state().path.ripEngineMode == 1)
+        return program_.forms().ripdeck().Trackprogress.value.get() / wholeBar;
+    const controls::Slider& position = program_.forms().cdrip1().SliderPosition;
+    return static_cast<double>(position.value()) / position.max();
 }
 
 double RipSession::encodedPart() const

@@ -51,6 +51,7 @@ private:
     void showRestOfEncoders();
     void encoderEnded(platform::Processes::Child child);
     std::ptrdiff_t encodersStarted() const;
+    double partRead() const;
     double encodedPart() const;
     TrackFacts factsOf(std::size_t planned, int ordinal) const;
     void setGenres();

@@ -2,6 +2,7 @@
 
 #include "console/options.h"
 #include "console/screen.h"
+#include "platform/decode_report.h"
 
 #include <chrono>
 #include <cstdint>
@@ -48,6 +49,7 @@ struct TrackVerdict {
     std::optional<std::uint32_t> crc{}; ///< of its samples
     bool whole = false;
     std::string text{}; ///< what is wrong, or a remark on a whole file; mostly empty
+    platform::ReadTroubles troubles{};
 };
 
 struct RunEnd {

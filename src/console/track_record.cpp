@@ -1,6 +1,10 @@
 #include "console/track_record.h"
 
+#include "console/play_time.h"
+
 #include <fmt/format.h>
+
+#include <utility>
 
 namespace tonquay::console {
 
@@ -10,15 +14,38 @@ std::string whyNotRead(const TrackRecord& record, std::int32_t row)
     std::string otherwise = record.problem.empty() ? "it could not be opened for reading" : record.problem;
     if (!record.report || record.report->track != row)
         return otherwise;
-    switch (record.report->end) {
-    case End::complete: return record.problem;
+    const platform::DecodeReport& report = *record.report;
+    switch (report.end) {
+    case End::complete:
+        if (!report.troubles.givenUp.empty())
+            return "not every sample could be read, and the file has silence or a guess instead: " +
+                   troublesText(report.troubles);
+        return record.problem;
     case End::unreadable:
-        return fmt::format("sector {} cannot be read; clean the disc or try another drive",
-                           record.report->firstBadSector);
+        return fmt::format("sector {} cannot be read; clean the disc or try another drive", report.firstBadSector);
     case End::gone: return "the disc was taken out";
-    case End::stopped: break;
+    case End::unwritten: return report.problem;
+    case End::stopped: return record.problem.empty() ? "stopped before its end" : record.problem;
     }
     return otherwise;
+}
+
+std::string troublesText(const platform::ReadTroubles& troubles)
+{
+    std::string text;
+    for (const auto& [what, seconds] :
+         {std::pair{"read again", &troubles.reread}, std::pair{"repaired", &troubles.repaired},
+          std::pair{"given up", &troubles.givenUp}})
+        if (!seconds->empty())
+            addRemark(text, fmt::format("{} at {}", what, timesText(*seconds)));
+    return text;
+}
+
+void addRemark(std::string& text, const std::string& remark)
+{
+    if (!text.empty() && !remark.empty())
+        text += "; ";
+    text += remark;
 }
 
 std::string whyNotEncoded(const TrackRecord& record, std::optional<int> code)

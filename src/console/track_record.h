@@ -26,6 +26,13 @@ struct TrackRecord {
 /// Why the track in `row` of the list could not be read whole, one sentence; empty when it was.
 std::string whyNotRead(const TrackRecord& record, std::int32_t row);
 
+/// What became of places that were not read at the first try, as "read again at 0:12; repaired at 1:05-1:07"; empty
+/// without troubles.
+std::string troublesText(const platform::ReadTroubles& troubles);
+
+/// Puts a remark behind a text that may be empty.
+void addRemark(std::string& text, const std::string& remark);
+
 /// Why its encoder has not done its work, by how it was started and ended; empty when it ended well. `code` is its
 /// exit code, nothing while it lives.
 std::string whyNotEncoded(const TrackRecord& record, std::optional<int> code);

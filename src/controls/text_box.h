@@ -11,8 +11,11 @@ namespace tonquay::controls {
 struct TextBox {
     Property<std::wstring> text;
     Property<bool> enabled{true};
+    Property<std::wstring> toolTip;
 
-    Handler<> enter; ///< the Enter key, which goes no further
+    Handler<> keyDown; ///< any key, Enter too, before it does anything
+    Handler<> enter;   ///< the Enter key, which goes no further
+    Handler<> leave;   ///< the keyboard went elsewhere
 };
 
 }

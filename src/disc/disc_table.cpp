@@ -22,13 +22,6 @@ bool sameFirstLetter(std::wstring_view left, std::wstring_view right)
 
 }
 
-void DiscTable::addControlTrack(std::int16_t number)
-{
-    const std::int32_t seconds = acd_.GetTrackLength(number) / 1000;
-    state_.disc.trackSeconds.set(number, seconds);
-    addTrackRow(forms_.ripdeck().list1, state_.disc, number, seconds);
-}
-
 void DiscTable::buildFromControl()
 {
     std::wstring& driveLetter = state_.settings.driveLetter;
@@ -50,7 +43,7 @@ void DiscTable::buildFromControl()
     forms_.ripdeck().list1.clear();
     const std::int16_t rows = state_.disc.trackCount >= 1 ? state_.disc.trackCount : acd_.GetTrackCount();
     for (std::int16_t number = 1; number <= rows && state::hasTrackSlot(number); ++number)
-        addControlTrack(number);
+        addControlTrack(forms_.ripdeck().list1, state_.disc, acd_, number);
 }
 
 void DiscTable::buildFromEngine()
@@ -120,7 +113,7 @@ void DiscTable::select_drive()
     forms_.ripdeck().list1.clear();
     const std::int16_t tracks = acd_.GetTrackCount();
     for (std::int16_t number = 1; number <= tracks && state::hasTrackSlot(number); ++number)
-        addControlTrack(number);
+        addControlTrack(forms_.ripdeck().list1, state_.disc, acd_, number);
 }
 
 std::wstring firstTrackName(std::wstring_view driveLetter)

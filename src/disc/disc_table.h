@@ -38,8 +38,6 @@ public:
     void select_drive();
 
 private:
-    void addControlTrack(std::int16_t number);
-
     state::AppState& state_;
     state::Forms& forms_;
     platform::AcdControl& acd_;

@@ -22,4 +22,13 @@ void addTrackRow(controls::MultiSelectList& list, const state::DiscInfo& disc, s
     list.add(trackRow(number, seconds, disc.trackTitles(number)));
 }
 
+void addControlTrack(controls::MultiSelectList& list, state::DiscInfo& disc, platform::AcdControl& acd,
+                     std::int16_t number)
+{
+    constexpr std::int32_t msPerSecond = 1000;
+    if (const auto length = acd.GetTrackLength(number))
+        disc.trackSeconds.set(number, *length / msPerSecond);
+    addTrackRow(list, disc, number, disc.trackSeconds(number));
+}
+
 }

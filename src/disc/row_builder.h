@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/lists.h"
+#include "platform/acd_control.h"
 #include "state/disc_info.h"
 
 #include <cstdint>
@@ -16,5 +17,10 @@ std::wstring trackRow(std::int32_t number, std::int32_t seconds, std::wstring_vi
 /// Adds the row of track `number` at the end of the list.
 void addTrackRow(controls::MultiSelectList& list, const state::DiscInfo& disc, std::int32_t number,
                  std::int32_t seconds);
+
+/// The same with the length that the drive control tells, which is noted. Where it tells none the one that is known
+/// stays.
+void addControlTrack(controls::MultiSelectList& list, state::DiscInfo& disc, platform::AcdControl& acd,
+                     std::int16_t number);
 
 }

@@ -5,6 +5,7 @@
 #include "state/other_forms.h"
 #include "state/popa_controls.h"
 #include "state/ripdeck_controls.h"
+#include "state/trkcust_controls.h"
 
 #include <tuple>
 

@@ -29,9 +29,4 @@ struct CdrecaltControls {
     controls::Handler<> cmdCancel;
 };
 
-/// The choice of a part of a track.
-struct TrkcustControls {
-    controls::Form form;
-};
-
 }

@@ -54,17 +54,9 @@ TEST(CommandLine, whatMakesNoSenseIsRefusedWithOneLineThatNamesIt)
 TEST(CommandLine, whatIsToComeIsRefusedAsNotAvailable)
 {
     const std::vector<std::string> cases[] = {
-        {"tags", "a.mp3"},
-        {"tags", "--json", "--set", "title=x", "a.mp3"},
-        {"towav", "a.mp3"},
-        {"towav", "--help"},
-        {"rip", "-f", "wma"},
-        {"rip", "--method", "normal"},
-        {"rip", "--method", "synchronous"},
-        {"rip", "--method", "burst"},
-        {"rip", "--method", "analog"},
-        {"rip", "--from", "0:10"},
-        {"rip", "--to", "0:10"},
+        {"tags", "a.mp3"},    {"tags", "--json", "--set", "title=x", "a.mp3"},
+        {"towav", "a.mp3"},   {"towav", "--help"},
+        {"rip", "-f", "wma"}, {"rip", "--method", "analog"},
     };
     for (const auto& arguments : cases) {
         const base::Result<Command> command = parseCommandLine(arguments);

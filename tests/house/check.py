@@ -17,6 +17,7 @@ CODE = (".h", ".cpp")
 LIBRARIES = [
     (r"sndfile\.h", ["host/discs"], "libsndfile1-dev"),
     (r"discid/.*", ["host/discs"], "libdiscid-dev"),
+    (r"cdio/paranoia/.*", ["host/acd"], "libcdio-paranoia-dev"),
     (r"cdio/.*", ["host/drives"], "libcdio-dev"),
     (r"SDL(2/.*|.*\.h)", ["host/audio"], "libsdl2-dev"),
     (r"libdeflate\.h", ["host/audio"], "libdeflate-dev"),

@@ -75,6 +75,11 @@ void readBad(Config& config, Line& line)
         line.clear();
 }
 
+void readJitter(Config& config, Line& line)
+{
+    line >> config.jitterEvery >> config.jitterSamples;
+}
+
 const std::map<std::string, Setter>& setters()
 {
     static const std::map<std::string, Setter> table{
@@ -96,6 +101,7 @@ const std::map<std::string, Setter>& setters()
         {"door", word(&Config::doorOpen, "open")},
         {"ready", word(&Config::ready, "yes")},
         {"bad", readBad},
+        {"jitter", readJitter},
         {"remove_after", number(&Config::removeAfter)},
         {"slow_read", number(&Config::slowRead)},
         {"slow_command", number(&Config::slowCommand)},

@@ -33,9 +33,11 @@ struct Config {
     bool doorOpen = false;
     bool ready = true;
     std::vector<int> bad;
-    int removeAfter = -1; ///< reads until the disc is torn out; -1: never
-    int slowRead = 0;     ///< microseconds more for each read
-    int slowCommand = 0;  ///< microseconds more for everything else
+    int jitterEvery = 0;   ///< one of so many reads, scattered, misses its place; 0: none
+    int jitterSamples = 0; ///< by so many at most, to either side
+    int removeAfter = -1;  ///< reads until the disc is torn out; -1: never
+    int slowRead = 0;      ///< microseconds more for each read
+    int slowCommand = 0;   ///< microseconds more for everything else
 };
 
 /// Lines that make no sense are told on standard error and passed over, so that a test with a typing error is found.

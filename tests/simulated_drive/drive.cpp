@@ -138,12 +138,24 @@ Sense Drive::read(int first, int count, bool audioOnly, std::span<std::uint8_t> 
             return unreadableSector;
     }
     std::ifstream image(config_.image, std::ios::binary);
-    image.seekg(static_cast<std::streamoff>(first) * sectorBytes);
+    const std::streamoff begin = static_cast<std::streamoff>(first) * sectorBytes + missedBytes();
     std::vector<char> sound(bytes);
-    if (!image.read(sound.data(), static_cast<std::streamsize>(bytes)))
+    image.seekg(std::max<std::streamoff>(begin, 0));
+    if (!image.read(sound.data(), static_cast<std::streamsize>(bytes)) && config_.jitterEvery == 0)
         return unreadableSector;
     std::transform(sound.begin(), sound.end(), buffer.begin(), [](char c) { return static_cast<std::uint8_t>(c); });
     return {};
+}
+
+/// How far a read is off its place.
+int Drive::missedBytes() const
+{
+    constexpr int frameBytes = 4;
+    constexpr std::uint32_t scatter = 2654435761U;
+    const std::uint32_t chance = static_cast<std::uint32_t>(reads_) * scatter >> 16;
+    if (config_.jitterEvery == 0 || chance % static_cast<std::uint32_t>(config_.jitterEvery) != 0)
+        return 0;
+    return (reads_ * 37 % (2 * config_.jitterSamples + 1) - config_.jitterSamples) * frameBytes;
 }
 
 std::optional<int> Drive::startOf(int number) const

@@ -62,6 +62,7 @@ private:
     /// The track that a sector belongs to; none in the gap between sessions and outside the disc.
     const Config::Track* trackAt(int sector) const;
     Sense read(int first, int count, bool audioOnly, std::span<std::uint8_t> buffer);
+    int missedBytes() const;
 
     /// Sector of a table entry, 0xAA being the lead-out; none without such a track.
     std::optional<int> startOf(int number) const;

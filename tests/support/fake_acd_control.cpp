@@ -67,11 +67,13 @@ std::int16_t FakeAcdControl::RipPartial(std::int16_t track, std::wstring_view pa
     return ripAnswer;
 }
 
-std::int32_t FakeAcdControl::GetTrackLength(std::int16_t track)
+base::Result<std::int32_t> FakeAcdControl::GetTrackLength(std::int16_t track)
 {
     const Drive* drive = current();
     const auto index = static_cast<std::size_t>(track) - 1;
-    return drive != nullptr && track >= 1 && index < drive->trackMs.size() ? drive->trackMs[index] : 0;
+    if (drive == nullptr || track < 1 || index >= drive->trackMs.size())
+        return base::Failure{base::Failure::Kind::notFound, "", "no such track"};
+    return drive->trackMs[index];
 }
 
 std::int16_t FakeAcdControl::PlayTrack(std::int16_t track, std::int32_t start, std::int32_t end)

@@ -29,7 +29,7 @@ public:
     void AbortRip() override { calls.emplace_back("AbortRip()"); }
     std::int16_t RipPartial(std::int16_t track, std::wstring_view path, std::int32_t startMs,
                             std::int32_t lengthMs) override;
-    std::int32_t GetTrackLength(std::int16_t track) override;
+    base::Result<std::int32_t> GetTrackLength(std::int16_t track) override;
     std::int16_t PlayTrack(std::int16_t track, std::int32_t start, std::int32_t end) override;
     void StopPlay() override { calls.emplace_back("StopPlay()"); }
     void PausePlay() override { calls.emplace_back("PausePlay()"); }

@@ -1,10 +1,10 @@
 #include "host/real/real_host.h"
 
 #include "base/text.h"
+#include "host/acd/host_acd_control.h"
 #include "host/audio/host_audio_engine.h"
 #include "host/drives/host_discs.h"
 #include "host/posix/program_search.h"
-#include "host/real/missing_acd_control.h"
 #include "host/real/private_folder.h"
 #include "host/system/end_actions.h"
 #include "host/system/host_clock.h"
@@ -60,7 +60,7 @@ struct RealHost::Services {
     HostSettingsStore settings;
     HostSystemInfo system;
     HostAudioEngine engine;
-    MissingAcdControl acd;
+    HostAcdControl acd;
     std::optional<Interrupt> interrupt;
     platform::MachinePrograms programs;
 
@@ -81,15 +81,18 @@ struct RealHost::Services {
           system(
               files, log, endActions,
               {.tempFolder = places.tempFolder, .screenWidth = given.screenWidth, .screenHeight = given.screenHeight}),
-          engine(drives, loop, log)
+          engine(drives, loop, log),
+          acd(drives, files, loop, log)
     {
         if (privateFolder) {
             endActions.add([this] { privateFolder->remove(); });
             preparePrivateFolder(given.oggTool.empty() ? oggToolOfThisProgram() : given.oggTool);
         }
         endActions.add([&drives] { drives.unlockAll(); });
-        if (given.decodeEnd)
-            engine.onDecodeEnd(std::move(given.decodeEnd));
+        if (given.decodeEnd) {
+            engine.onDecodeEnd(given.decodeEnd);
+            acd.onReadEnd(std::move(given.decodeEnd));
+        }
         if (given.interrupt)
             interrupt.emplace(loop, std::move(given.interrupt));
     }
