@@ -6,21 +6,14 @@ namespace tonquay::controls {
 
 void ListView::clear()
 {
-    columns_.clear();
-    rows_.clear();
+    fill({}, {});
+}
+
+void ListView::fill(std::vector<std::wstring> columns, std::vector<Row> rows)
+{
+    columns_ = std::move(columns);
+    rows_ = std::move(rows);
     selected_ = -1;
-    followers_.tell();
-}
-
-void ListView::addColumn(std::wstring heading)
-{
-    columns_.push_back(std::move(heading));
-    followers_.tell();
-}
-
-void ListView::addRow(std::wstring key, std::vector<std::wstring> cells)
-{
-    rows_.push_back({std::move(key), std::move(cells)});
     followers_.tell();
 }
 

@@ -22,8 +22,8 @@ public:
 
     /// Neither rows nor columns.
     void clear();
-    void addColumn(std::wstring heading);
-    void addRow(std::wstring key, std::vector<std::wstring> cells);
+    /// Other columns and rows in place of all that was there; no row is selected.
+    void fill(std::vector<std::wstring> columns, std::vector<Row> rows);
 
     const std::vector<std::wstring>& columns() const { return columns_; }
     std::int32_t rowCount() const { return static_cast<std::int32_t>(rows_.size()); }

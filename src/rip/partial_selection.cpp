@@ -6,8 +6,9 @@
 #include "platform/acd_control.h"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace tonquay::rip {
 
@@ -94,15 +95,13 @@ void PartialSelection::load()
 
 void PartialSelection::fillList()
 {
-    controls::ListView& list = form_.ListView1;
-    list.clear();
-    for (const wchar_t* heading : {L"Track     ", L"Start Time", L"End Time", L"Track Title"})
-        list.addColumn(heading);
+    std::vector<controls::ListView::Row> rows;
     for (std::int32_t n = 1; n <= state_.disc.trackCount && state::hasTrackSlot(n); ++n)
-        list.addRow(L"Row" + base::digits(n),
-                    {L"Track " + base::twoDigits(n), partialTimeText(state_.partial.partialStartMs(n)),
-                     partialTimeText(state_.partial.partialEndMs(n)), state_.disc.trackTitles(n)});
-    list.select(0);
+        rows.push_back({.key = L"Row" + base::digits(n),
+                        .cells = {L"Track " + base::twoDigits(n), partialTimeText(state_.partial.partialStartMs(n)),
+                                  partialTimeText(state_.partial.partialEndMs(n)), state_.disc.trackTitles(n)}});
+    form_.ListView1.fill({L"Track     ", L"Start Time", L"End Time", L"Track Title"}, std::move(rows));
+    form_.ListView1.select(0);
 }
 
 void PartialSelection::pickRow()

@@ -81,7 +81,12 @@ std::optional<std::wstring> WindowDialogs::inputBox(std::wstring_view title, std
     box.resize(420, box.sizeHint().height());
     if (box.exec() != QDialog::Accepted)
         return std::nullopt;
-    return box.textValue().toStdWString();
+    // One line of plain text, whatever was pasted.
+    QString text = box.textValue();
+    for (QChar& character : text)
+        if (character.category() == QChar::Other_Control)
+            character = QLatin1Char(' ');
+    return text.toStdWString();
 }
 
 void WindowDialogs::beep()

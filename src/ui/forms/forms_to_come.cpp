@@ -11,8 +11,7 @@ FormsToCome::FormsToCome(state::Forms& forms, platform::Dialogs& dialogs, platfo
 {
     disableKeys();
     for (controls::Form* form :
-         {&forms.controlsOf<state::CdriptabControls>().form, &forms.controlsOf<state::TrkcustControls>().form,
-          &forms.controlsOf<state::CdrecaltControls>().form})
+         {&forms.controlsOf<state::CdriptabControls>().form, &forms.controlsOf<state::CdrecaltControls>().form})
         bindings_.keep(form->follow([this](const controls::Form::State& state) {
             if (state == controls::Form::State::shown)
                 formShown();
@@ -27,8 +26,7 @@ void FormsToCome::disableKeys()
         main.Label10[key].enabled = false;
     }
     state::PopaControls& popa = forms_.controlsOf<state::PopaControls>();
-    for (const state::PopupEntry entry :
-         {state::setupEntry, state::tagUtilityEntry, state::convertEntry, state::editTitleEntry})
+    for (const state::PopupEntry entry : {state::setupEntry, state::tagUtilityEntry, state::convertEntry})
         popa.pop[entry].enabled = false;
 }
 
@@ -49,7 +47,6 @@ void FormsToCome::sendAway()
     waiting_ = false;
     forms_.controlsOf<state::CdriptabControls>().form.unload();
     forms_.controlsOf<state::CdripbgControls>().form.unload();
-    forms_.controlsOf<state::TrkcustControls>().form.unload();
     forms_.controlsOf<state::CdrecaltControls>().form.unload();
     forms_.ripdeck().form.enabled = true;
     forms_.ripdeck().form.windowState = controls::Form::WindowState::normal;

@@ -180,31 +180,8 @@ private:
     bool writing_ = false;
 };
 
-TaggerWindow::TaggerWindow(state::Id3autoControls& form) : form_(form)
-{
-    bindings_.keep(form.form.follow([this](const controls::Form::State& state) { showState(state); }));
-    bindings_.keep(form.form.broughtToFront.add([this] {
-        if (!dialog_)
-            return;
-        dialog_->raise();
-        dialog_->activateWindow();
-    }));
-}
-
-TaggerWindow::~TaggerWindow() = default;
-
-void TaggerWindow::showState(controls::Form::State state)
-{
-    if (state != controls::Form::State::shown) {
-        if (dialog_)
-            dialog_->hide();
-        return;
-    }
-    if (!dialog_)
-        dialog_ = std::make_unique<Dialog>(form_);
-    if (const QWidget* before = QApplication::activeWindow())
-        dialog_->move(before->geometry().center() - dialog_->rect().center());
-    dialog_->show();
-}
+TaggerWindow::TaggerWindow(state::Id3autoControls& form)
+    : window_(form.form, [&form] { return std::make_unique<Dialog>(form); })
+{}
 
 }

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "state/id3auto_controls.h"
-#include "ui/forms/bindings.h"
-
-#include <memory>
+#include "ui/forms/dialog_window.h"
 
 namespace tonquay::ui {
 
@@ -12,18 +10,11 @@ namespace tonquay::ui {
 class TaggerWindow {
 public:
     explicit TaggerWindow(state::Id3autoControls& form);
-    ~TaggerWindow();
-    TaggerWindow(const TaggerWindow&) = delete;
-    TaggerWindow& operator=(const TaggerWindow&) = delete;
 
 private:
     class Dialog;
 
-    void showState(controls::Form::State state);
-
-    state::Id3autoControls& form_;
-    std::unique_ptr<Dialog> dialog_;
-    Bindings bindings_;
+    DialogWindow window_;
 };
 
 }

@@ -6,6 +6,7 @@
 #include "state/settings.h"
 #include "ui/forms/forms_to_come.h"
 #include "ui/forms/main_window.h"
+#include "ui/forms/partial_window.h"
 #include "ui/forms/popup_menu_view.h"
 #include "ui/forms/tagger_window.h"
 
@@ -19,6 +20,7 @@ public:
         : main_(forms.ripdeck(), theme),
           menu_(forms.controlsOf<state::PopaControls>()),
           tagger_(forms.controlsOf<state::Id3autoControls>()),
+          partial_(forms.controlsOf<state::TrkcustControls>()),
           formsToCome_(forms, dialogs, loop)
     {}
 
@@ -26,6 +28,7 @@ private:
     MainWindow main_;
     PopupMenuView menu_;
     TaggerWindow tagger_;
+    PartialWindow partial_;
     FormsToCome formsToCome_;
 };
 

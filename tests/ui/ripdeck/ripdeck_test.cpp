@@ -45,11 +45,12 @@ struct DesktopProgram : testing::Test {
         fs::create_directory(music);
     }
 
-    /// `encoded` asks for MP3 files, one at a time.
-    void start(bool encoded)
+    /// `encoded` asks for MP3 files, one at a time. `method` below 4 reads with the drive control.
+    void start(bool encoded, int method = 4)
     {
         const fs::path program = folder.path() / "program";
         fs::create_directory(program);
+        test::writeFile(program / "riptype.ini", method == 4 ? "\"0\"\r\n" : "\"1\"\r\n");
         const auto lame = test::runProgram({"sh", "-c", "command -v lame"}).out;
         fs::create_symlink(lame.substr(0, lame.find('\n')), program / "lame.exe");
         std::string handOver = "\"Ann Lee\",\"First Light\",3,\"Dawn\",\"Noon\",\"Dusk\"";
@@ -60,7 +61,8 @@ struct DesktopProgram : testing::Test {
         std::ranges::replace(output, '/', '\\');
         // No program file, the whole run in the open, and nothing selected at the start.
         test::writeFile(program / "acdset.ini", "\"D\",\"" + output + "\",0,0,\"\"," + (encoded ? "1,1" : "0,0") +
-                                                    ",0,0,1,8,\"\",\"\",4,\"0\",1,0,0,0,0,0,0\r\n");
+                                                    ",0,0,1,8,\"\",\"\"," + std::to_string(method) +
+                                                    ",\"0\",1,0,0,0,0,0,0\r\n");
         ripdeck = std::make_unique<Ripdeck>();
         ASSERT_TRUE(ripdeck->start(program.string()));
         if (!encoded)
@@ -97,10 +99,13 @@ struct DesktopProgram : testing::Test {
         return names;
     }
 
-    /// Rips all tracks while every key but those that end the program or the run is pressed at every chance. Answers
-    /// how often that was.
+    /// Rips all tracks while every key but those that end the program or the run is pressed at every chance; Eject is
+    /// one of those for the drive control. Answers how often that was.
     int ripAllUnderEveryKey()
     {
+        std::vector<const char*> keys{"Previous track", "Next track", "Play", "Pause", "Rip",
+                                      "Setup",          "TagUtil",    "All",  "Tags",  "Menu"};
+        keys.push_back(ripdeck->program().state().path.ripEngineMode == 0 ? "Eject" : "Stop Preview");
         click("All");
         int presses = 0;
         QTimer meddler;
@@ -108,8 +113,7 @@ struct DesktopProgram : testing::Test {
             if (ripdeck->program().state().flags.ripBusy != 1)
                 return;
             ++presses;
-            for (const char* key : {"Previous track", "Next track", "Play", "Pause", "Eject", "Rip", "Setup", "TagUtil",
-                                    "All", "Tags", "Menu"})
+            for (const char* key : keys)
                 click(key);
             ripdeck->program().forms().ripdeck().Trackprogress.mouseUp(0.5);
             QTest::keyClick(&named<QWidget>("Volume"), presses % 2 == 0 ? Qt::Key_Up : Qt::Key_Down);
@@ -200,6 +204,81 @@ TEST_F(DesktopProgram, discThatGoesEmptiesTheWindow)
     fs::rename(folder.path() / "album.bin", folder.path() / "gone.bin");
     EXPECT_TRUE(QTest::qWaitFor([] { return tracks().model()->rowCount() == 0; }, 8000));
     EXPECT_EQ(shown("Artist and album"), "");
+}
+
+/// The dialog that comes up in the middle of a click, filled in by `act`.
+void whenDialogOpens(std::function<void(QWidget&)> act)
+{
+    QTimer::singleShot(0, [act = std::move(act)] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        ASSERT_NE(dialog, nullptr);
+        act(*dialog);
+    });
+}
+
+TEST_F(DesktopProgram, everyModeRipsExactFilesUnderEveryKey)
+{
+    for (const int method : {0, 1, 2}) {
+        SCOPED_TRACE(method);
+        start(false, method);
+        EXPECT_FALSE(named<QWidget>("Elapsed time").isVisible()) << "the control tells no times";
+        ripAllUnderEveryKey();
+        EXPECT_EQ(files(), (std::set<std::string>{"Dawn.wav", "Noon.wav", "Dusk.wav"}));
+        expectExact("Dawn.wav", 0);
+        expectExact("Noon.wav", 1);
+        expectExact("Dusk.wav", 2);
+        ripdeck.reset();
+        fs::remove_all(music);
+        fs::create_directory(music);
+        fs::remove_all(folder.path() / "program");
+    }
+}
+
+TEST_F(DesktopProgram, previewKeysWorkOnTheControlToo)
+{
+    start(false, 2);
+    toggle(0);
+    toggle(0);
+    click("Preview Track");
+    EXPECT_EQ(shown("Title in work"), "Dawn");
+    EXPECT_EQ(shown("Preview"), "PREVIEW: on");
+    click("Next track");
+    EXPECT_EQ(shown("Title in work"), "Noon");
+    click("Next track");
+    click("Next track");
+    EXPECT_EQ(shown("Title in work"), "Dusk") << "nothing behind the last one";
+    click("Previous track");
+    EXPECT_EQ(shown("Title in work"), "Noon");
+    click("Pause");
+    EXPECT_EQ(shown("Preview"), "PAUSE: on");
+    click("Play");
+    EXPECT_EQ(shown("Preview"), "PREVIEW: on");
+    click("Stop");
+    EXPECT_EQ(shown("Title in work"), "");
+    EXPECT_EQ(shown("Preview"), "PREVIEW: off");
+    click("Previous track");
+    EXPECT_EQ(shown("Title in work"), "") << "nothing before the first one";
+    click("Play");
+    EXPECT_EQ(shown("Title in work"), "Noon") << "the row under the cursor";
+    click("Stop Preview");
+    EXPECT_EQ(shown("Preview"), "PREVIEW: off");
+}
+
+TEST_F(DesktopProgram, aNewTitleByRightClickNamesTheFile)
+{
+    start(false, 2);
+    toggle(1);
+    whenDialogOpens([](QWidget& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "CD-Tonquay - Edit Track Description");
+        QTest::keyClicks(dialog.focusWidget(), "Rain");
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+    });
+    QTest::mouseClick(tracks().viewport(), Qt::RightButton, {},
+                      tracks().visualRect(tracks().model()->index(1, 0)).center());
+    EXPECT_EQ(tracks().selectionModel()->selectedIndexes().size(), 1) << "the selection stays";
+    click("Rip");
+    EXPECT_EQ(files(), (std::set<std::string>{"Rain.wav"}));
+    expectExact("Rain.wav", 1);
 }
 
 }
