@@ -98,11 +98,10 @@ void Extraction::Work::writeAll()
 
 base::Status Extraction::Work::copySound(platform::WavFile& file)
 {
-    constexpr std::chrono::seconds patience{5};
     std::uint64_t answersThen = journal.answers();
     auto since = std::chrono::steady_clock::now();
     while (delivered < job.bytes) {
-        auto chunk = queue.take(patience);
+        auto chunk = queue.take(job.patience);
         if (!chunk) {
             if (queue.ended())
                 break;

@@ -6,6 +6,7 @@
 #include "platform/diagnostics.h"
 #include "platform/file_system.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -29,7 +30,8 @@ public:
         SectorRun allowed{};        ///< sound that may be read for comparison, the wanted part included
         SectorReader::Mode mode = SectorReader::Mode::burst;
         std::unique_ptr<platform::BinaryFile> file;
-        std::string name; ///< for the log
+        std::string name;                         ///< for the log
+        std::chrono::milliseconds patience{5000}; ///< without sound, until a line says so
     };
 
     /// Called on the writing thread.
