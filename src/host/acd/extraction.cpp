@@ -53,6 +53,7 @@ struct Extraction::Work {
     std::int64_t skip = job.firstByte % sectorBytes; ///< bytes before the first wanted one in its sector
     std::uint32_t checksum = 0;
     std::int32_t toldTenths = -1;
+    std::chrono::steady_clock::time_point nextWord{};
     base::Status written{};
 
     void readAll();
@@ -68,8 +69,8 @@ void Extraction::Work::readAll()
     const auto reader = makeSectorReader(job.mode, {*job.disc, wanted, job.allowed, journal, stop});
     for (int left = wanted.count; left > 0 && !stop;) {
         SoundQueue::Chunk chunk = queue.blank();
-        const std::size_t got = reader->read(chunk);
-        chunk.resize(got * Disc::sectorBytes);
+        const std::size_t got = reader->read(chunk.room());
+        chunk.size = got * Disc::sectorBytes;
         left -= static_cast<int>(got);
         if (got == 0 || !queue.put(std::move(chunk)))
             break;
@@ -110,7 +111,7 @@ base::Status Extraction::Work::copySound(platform::WavFile& file)
         }
         since = std::chrono::steady_clock::now();
         const auto before = static_cast<std::size_t>(std::exchange(skip, 0));
-        const auto rest = std::span<const std::byte>(*chunk).subspan(std::min(before, chunk->size()));
+        const auto rest = chunk->sound().subspan(std::min(before, chunk->size));
         const auto sound = rest.first(std::min(rest.size(), static_cast<std::size_t>(job.bytes - delivered)));
         if (auto done = file.write(sound); !done)
             return done;
@@ -138,9 +139,14 @@ void Extraction::Work::watchSilence(std::uint64_t& answersThen, std::chrono::ste
 void Extraction::Work::tellProgress()
 {
     constexpr std::int64_t whole = 1000;
+    constexpr std::chrono::milliseconds interval{40};
     const auto tenths = static_cast<std::int32_t>(delivered * whole / job.bytes);
-    if (std::exchange(toldTenths, tenths) != tenths)
-        calls.progress(tenths);
+    const auto now = std::chrono::steady_clock::now();
+    if (tenths == toldTenths || (now < nextWord && tenths < whole))
+        return;
+    toldTenths = tenths;
+    nextWord = now + interval;
+    calls.progress(tenths);
 }
 
 DecodeReport Extraction::Work::report() const

@@ -36,7 +36,7 @@ public:
 
     /// Called on the writing thread.
     struct Calls {
-        std::function<void(std::int32_t tenthsOfPercent)> progress; ///< each value once at most, rising
+        std::function<void(std::int32_t tenthsOfPercent)> progress; ///< rising, as often as eyes follow
         std::function<void(platform::DecodeReport)> ended;          ///< the last call, when the file is closed
     };
 

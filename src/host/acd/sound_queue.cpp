@@ -6,23 +6,26 @@ namespace tonquay::host {
 
 SoundQueue::Chunk SoundQueue::blank()
 {
-    const std::lock_guard lock(mutex_);
-    Chunk chunk;
-    if (!blanks_.empty()) {
-        chunk = std::move(blanks_.back());
-        blanks_.pop_back();
+    {
+        const std::lock_guard lock(mutex_);
+        if (!blanks_.empty()) {
+            Chunk chunk = std::move(blanks_.back());
+            blanks_.pop_back();
+            return chunk;
+        }
     }
-    chunk.resize(chunkSectors * Disc::sectorBytes);
-    return chunk;
+    return {.data = std::make_unique_for_overwrite<std::byte[]>(chunkBytes)};
 }
 
 bool SoundQueue::put(Chunk chunk)
 {
-    std::unique_lock lock(mutex_);
-    changed_.wait(lock, [this] { return closed_ || waiting_.size() < mostWaiting; });
-    if (closed_)
-        return false;
-    waiting_.push_back(std::move(chunk));
+    {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [this] { return closed_ || waiting_.size() < mostWaiting; });
+        if (closed_)
+            return false;
+        waiting_.push_back(std::move(chunk));
+    }
     changed_.notify_all();
     return true;
 }
@@ -36,12 +39,15 @@ void SoundQueue::end()
 
 std::optional<SoundQueue::Chunk> SoundQueue::take(std::chrono::milliseconds patience)
 {
-    std::unique_lock lock(mutex_);
-    changed_.wait_for(lock, patience, [this] { return closed_ || ended_ || !waiting_.empty(); });
-    if (closed_ || waiting_.empty())
-        return std::nullopt;
-    Chunk chunk = std::move(waiting_.front());
-    waiting_.pop_front();
+    std::optional<Chunk> chunk;
+    {
+        std::unique_lock lock(mutex_);
+        changed_.wait_for(lock, patience, [this] { return closed_ || ended_ || !waiting_.empty(); });
+        if (closed_ || waiting_.empty())
+            return std::nullopt;
+        chunk = std::move(waiting_.front());
+        waiting_.pop_front();
+    }
     changed_.notify_all();
     return chunk;
 }
@@ -54,6 +60,7 @@ bool SoundQueue::ended()
 
 void SoundQueue::giveBack(Chunk chunk)
 {
+    chunk.size = 0;
     const std::lock_guard lock(mutex_);
     blanks_.push_back(std::move(chunk));
 }

@@ -6,8 +6,10 @@
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
+#include <memory>
 #include <mutex>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace tonquay::host {
@@ -16,11 +18,17 @@ namespace tonquay::host {
 /// reader that is far ahead waits.
 class SoundQueue {
 public:
-    using Chunk = std::vector<std::byte>;
+    static constexpr std::size_t chunkBytes = 75 * Disc::sectorBytes;
 
-    static constexpr std::size_t chunkSectors = 75;
+    struct Chunk {
+        std::unique_ptr<std::byte[]> data;
+        std::size_t size = 0; ///< bytes that are filled
 
-    /// A chunk to fill, of chunkSectors sectors.
+        [[nodiscard]] std::span<std::byte> room() const { return {data.get(), chunkBytes}; }
+        [[nodiscard]] std::span<const std::byte> sound() const { return {data.get(), size}; }
+    };
+
+    /// An empty chunk to fill.
     Chunk blank();
 
     /// The reader's: false when nobody wants it any more.
