@@ -122,7 +122,7 @@ def package_list(root):
         if not line.strip() or line.startswith("#"):
             continue
         fields = line.split(None, 2)
-        if len(fields) < 3 or fields[0] not in ("build", "test", "check", "bench"):
+        if len(fields) < 3 or fields[0] not in ("build", "test", "check", "guest", "bench"):
             raise SystemExit(f"packages.txt:{number}: not 'group package reason': {line}")
         if fields[1] in packages:
             raise SystemExit(f"packages.txt:{number}: {fields[1]} is listed twice")

@@ -1,6 +1,7 @@
 #include "commands.h"
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -68,6 +69,7 @@ Sense Commands::run(std::span<const std::uint8_t> command, std::span<std::uint8_
         drive_.locked_ = (command[4] & 1) != 0;
         drive_.keepState();
         return {};
+    case 0x25: return capacity(data);
     case 0x43: return readToc(command, data);
     case 0x4a: return eventStatus(data);
     case 0xbb: return {};
@@ -76,12 +78,37 @@ Sense Commands::run(std::span<const std::uint8_t> command, std::span<std::uint8_
     }
 }
 
+Sense Drive::command(std::span<const std::uint8_t> packet, std::span<std::uint8_t> data)
+{
+    const std::lock_guard guard(mutex_);
+    reload();
+    return Commands(*this).run(packet, data);
+}
+
+void describe(const Sense& sense, std::span<std::uint8_t> bytes)
+{
+    const std::array<std::uint8_t, senseBytes> fixed{0x70, 0, sense.key, 0, 0, 0,          0,
+                                                     10,   0, 0,         0, 0, sense.code, sense.qualifier};
+    std::copy_n(fixed.begin(), std::min(bytes.size(), senseBytes), bytes.begin());
+}
+
 Sense Commands::inquiry(std::span<std::uint8_t> data) const
 {
     Bytes bytes{5, 0x80, 5, 0x32, 31, 0, 0, 0};
     appendPadded(bytes, drive_.config_.vendor, 8);
     appendPadded(bytes, drive_.config_.product, 16);
     appendPadded(bytes, drive_.config_.revision, 4);
+    return answer(bytes, data);
+}
+
+Sense Commands::capacity(std::span<std::uint8_t> data) const
+{
+    if (const Sense sense = drive_.readiness(); !sense.good())
+        return sense;
+    constexpr int blockBytes = 2048;
+    Bytes bytes;
+    appendAddress(bytes, drive_.config_.leadOut - 1, false);
+    appendAddress(bytes, blockBytes, false);
     return answer(bytes, data);
 }
 

@@ -18,6 +18,7 @@ public:
 
 private:
     Sense inquiry(std::span<std::uint8_t> data) const;
+    Sense capacity(std::span<std::uint8_t> data) const;
     Sense modeSense(std::span<const std::uint8_t> command, std::span<std::uint8_t> data) const;
     Sense readToc(std::span<const std::uint8_t> command, std::span<std::uint8_t> data) const;
     std::vector<std::uint8_t> table(int firstNumber, bool minutes) const;

@@ -30,6 +30,11 @@ constexpr Sense outOfRange{5, 0x21, 0};
 constexpr Sense wrongTrackMode{5, 0x64, 0};
 constexpr Sense removalPrevented{5, 0x53, 2};
 
+constexpr std::size_t senseBytes = 18;
+
+/// The sense data of SPC in its fixed form, as far as there is room.
+void describe(const Sense& sense, std::span<std::uint8_t> bytes);
+
 /// One drive with its door, its disc and its faults. A real drive does one thing at a time: so does this one, and who
 /// asks meanwhile waits.
 class Drive {
@@ -43,6 +48,9 @@ public:
     std::uint32_t group();
     void opened() { ++opens_; }
     void closed() { --opens_; }
+
+    /// One packet command, as a drive gets it: fills `data` as far as the answer and its room go.
+    Sense command(std::span<const std::uint8_t> packet, std::span<std::uint8_t> data);
 
     /// One Linux CD-ROM request: its answer, or -1 with errno.
     int control(unsigned long request, void* argument);

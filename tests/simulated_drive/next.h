@@ -4,7 +4,7 @@
 
 namespace tonquay::simulated {
 
-/// The system's own calls, which lie below those that this library puts in their place.
+/// The system's own calls, which lie below those that the library puts in their place.
 int nextStat(const char* path, struct stat* status);
 
 }

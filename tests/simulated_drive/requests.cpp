@@ -25,15 +25,6 @@ int failAs(const Sense& sense)
     return fail(sense == noMedium ? ENOMEDIUM : EIO);
 }
 
-constexpr std::size_t senseBytes = 18;
-
-void describe(const Sense& sense, std::span<std::uint8_t> bytes)
-{
-    const std::uint8_t fixed[senseBytes] = {0x70, 0, sense.key, 0, 0, 0,          0,
-                                            10,   0, 0,         0, 0, sense.code, sense.qualifier};
-    std::memcpy(bytes.data(), fixed, std::min(bytes.size(), senseBytes));
-}
-
 }
 
 /// The requests of linux/cdrom.h, each with what the kernel demands before the drive is asked at all.
