@@ -13,7 +13,7 @@ Program::Program(platform::Platform platform)
       engine_(state_, forms_, platform_),
       discTable_(state_, forms_, platform_.acd, platform_.loop),
       titleEdit_(state_, forms_.ripdeck(), platform_.acd, platform_.dialogs),
-      driveList_(state_, forms_, platform_.acd),
+      setupPage_(state_, forms_, discTable_, platform_),
       analogCapture_(state_, forms_, platform_),
       controlProgress_(state_, forms_.ripdeck(), platform_.acd),
       partialSelection_(state_, forms_, platform_),

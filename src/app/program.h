@@ -19,7 +19,7 @@
 #include "rip/program_files.h"
 #include "rip/rip_driver.h"
 #include "rip/track_extraction.h"
-#include "setup/drive_list.h"
+#include "setup/setup_page.h"
 #include "state/app_state.h"
 #include "state/forms.h"
 #include "tagging/automatic_tagger.h"
@@ -60,7 +60,7 @@ private:
     engine::EngineForm engine_;
     disc::DiscTable discTable_;
     disc::TitleEdit titleEdit_;
-    setup::DriveList driveList_;
+    setup::SetupPage setupPage_;
     rip::AnalogCapture analogCapture_;
     rip::ControlProgress controlProgress_;
     rip::PartialSelection partialSelection_;

@@ -11,6 +11,8 @@ namespace tonquay::controls {
 struct Button {
     Property<std::wstring> caption;
     Property<bool> enabled{true};
+    Property<bool> visible{true};
+    Property<std::wstring> toolTip;
 
     Handler<> click;
 
@@ -27,7 +29,10 @@ class CheckBox {
 public:
     Property<std::wstring> caption;
     Property<bool> enabled{true};
+    Property<bool> visible{true};
+    Property<std::wstring> toolTip;
     Handler<> click;
+    Handler<> mouseUp; ///< released by the user over it, or its key; the value is the new one
 
     std::int16_t value() const { return value_; }
     Following follow(std::function<void(const std::int16_t&)> follower) { return value_.follow(std::move(follower)); }
@@ -50,6 +55,7 @@ class OptionButton {
 public:
     Property<std::wstring> caption;
     Property<bool> enabled{true};
+    Property<bool> visible{true};
     Handler<> click;
 
     bool value() const { return value_; }

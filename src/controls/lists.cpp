@@ -44,6 +44,21 @@ void MultiSelectList::add(std::wstring text)
     followers_.tell();
 }
 
+void MultiSelectList::append(std::vector<std::wstring> texts)
+{
+    for (std::wstring& text : texts)
+        rows_.push_back({std::move(text)});
+    followers_.tell();
+}
+
+void MultiSelectList::removeSelected()
+{
+    std::erase_if(rows_, [](const Entry& entry) { return entry.selected; });
+    cursor_ = std::min(cursor_, rowCount() - 1);
+    topRow_ = std::clamp(topRow_, 0, std::max(rowCount() - 1, 0));
+    followers_.tell();
+}
+
 void MultiSelectList::clear()
 {
     rows_.clear();

@@ -20,7 +20,8 @@ struct Row {
 class ChoiceList {
 public:
     Handler<> click;
-    Handler<> enter; ///< the Enter key, which goes no further
+    Handler<> enter;       ///< the Enter key, which goes no further
+    Handler<> doubleClick; ///< on the chosen row
 
     std::int32_t rowCount() const { return static_cast<std::int32_t>(rows_.size()); }
     /// A row outside the list is an empty one.
@@ -57,12 +58,18 @@ public:
     Property<std::wstring> fontName;
     Property<bool> busyPointer{false};
     Handler<MouseButton> mouseDown;
+    Handler<> click;       ///< by the user, when rows and cursor are as they became
+    Handler<> doubleClick; ///< likewise
+    Handler<> dropped;     ///< what the user has dragged from another list was let go over it
 
     std::int32_t rowCount() const { return static_cast<std::int32_t>(rows_.size()); }
     /// A row outside the list is an empty text.
     std::wstring row(std::int32_t index) const;
 
     void add(std::wstring text);
+    /// Likewise for many: whoever follows is told once.
+    void append(std::vector<std::wstring> texts);
+    void removeSelected();
     void clear();
 
     /// A row outside the list is not selected, and selecting it does nothing. Selecting or deselecting moves the cursor

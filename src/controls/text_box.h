@@ -11,6 +11,7 @@ namespace tonquay::controls {
 struct TextBox {
     Property<std::wstring> text;
     Property<bool> enabled{true};
+    Property<bool> visible{true};
     Property<std::wstring> toolTip;
 
     Handler<> keyDown; ///< any key, Enter too, before it does anything

@@ -10,9 +10,6 @@ namespace tonquay::deck {
 
 namespace {
 
-constexpr std::int32_t settingsTab = 1;
-constexpr std::int32_t tagUtilityTab = 2;
-
 /// A dialog that a command opens loads afresh.
 void showAfresh(controls::Form& form)
 {
@@ -44,8 +41,8 @@ void CommandKeys::press(state::CommandKey key)
 {
     switch (key) {
     case state::playerKey: goToPlayer(); break;
-    case state::setupKey: openSetup(settingsTab); break;
-    case state::tagUtilityKey: openSetup(tagUtilityTab); break;
+    case state::setupKey: openSetup(state::settingsTab); break;
+    case state::tagUtilityKey: openSetup(state::tagUtilityTab); break;
     case state::partialKey: openPartialRip(); break;
     case state::refreshKey: programEnd_.restartThroughLauncher(); break;
     case state::selectAllKey: disc::selalltrks(main_.list1); break;

@@ -63,14 +63,13 @@ void PopupMenu::wireKeys()
 
 void PopupMenu::wireOwnCommands()
 {
-    constexpr std::int32_t convertTab = 3;
     popa_.refreshcdx.click = [this] { commands_.programEnd.restartThroughLauncher(); };
-    popa_.pop[state::convertEntry].click = [this] { commands_.keys.openSetup(convertTab); };
+    popa_.pop[state::convertEntry].click = [this] { commands_.keys.openSetup(state::toWavTab); };
     popa_.pop[state::editTitleEntry].click = [this] { main_.list1.mouseDown(MouseButton::right); };
     popa_.pop[state::saveProgramEntry].click = [this] { commands_.programFiles.savepgm(1); };
     popa_.pop[state::encodeEntry].click = [this] { encodeSelected(); };
     popa_.pop[state::centerEntry].click = [this] { commands_.shell.centre(); };
-    popa_.poph.click = [this] { commands_.shell.helpOpen(Shell::ripperTopic); };
+    popa_.poph.click = [this] { commands_.shell.helpOpen(); };
 }
 
 void PopupMenu::encodeSelected()

@@ -3,10 +3,9 @@
 #include "deck/window_place.h"
 #include "platform/diagnostics.h"
 #include "platform/dialogs.h"
-#include "platform/help_viewer.h"
 #include "platform/processes.h"
 #include "platform/system_info.h"
-#include "state/settings_text.h"
+#include "state/help.h"
 
 namespace tonquay::deck {
 
@@ -33,6 +32,8 @@ Shell::Shell(state::AppState& state, state::Forms& forms, platform::Platform& pl
     main_.form.mouseDown = [this](MouseButton button) { backgroundPressed(button); };
     main_.form.doubleClick = [this] { centre(); };
     main_.form.keyDown = [this](controls::Key key) { keyPressed(key); };
+    controls::Form& frame = forms_.controlsOf<state::CdripbgControls>().form;
+    frame.onLoad = [this, &frame] { centerOnScreen(frame, platform_.system.screen()); };
 }
 
 void Shell::backgroundPressed(MouseButton button)
@@ -50,7 +51,7 @@ void Shell::keyPressed(controls::Key key)
         main_.Label28.mouseDown(MouseButton::left);
         main_.Label28.mouseUp(MouseButton::left);
         break;
-    case controls::Key::f1: helpOpen(ripperTopic); break;
+    case controls::Key::f1: helpOpen(); break;
     }
 }
 
@@ -77,11 +78,9 @@ void Shell::startMixer()
                                      platform::Dialogs::Icon::none);
 }
 
-void Shell::helpOpen(std::int32_t topic)
+void Shell::helpOpen()
 {
-    platform_.help.setFile(state::inFolder(state_.folders.appFolder, L"tqhelp\\cdtonquay.chm"));
-    platform_.help.setTopic(topic);
-    platform_.help.display();
+    state::helpOpen(platform_.help, state_.folders, state::ripperTopic);
 }
 
 }

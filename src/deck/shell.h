@@ -4,21 +4,17 @@
 #include "state/app_state.h"
 #include "state/forms.h"
 
-#include <cstdint>
-
 namespace tonquay::deck {
 
 /// What the main window does with the outside: the mixer, the help, its own place on the screen, and the ways to its
 /// popup menu.
 class Shell {
 public:
-    static constexpr std::int32_t ripperTopic = 1008;
-
     /// Takes over the mixer's and the menu's controls, the background, and the keys Esc (the Power control) and F1.
     Shell(state::AppState& state, state::Forms& forms, platform::Platform& platform);
 
-    /// Shows a topic of the help.
-    void helpOpen(std::int32_t topic);
+    /// Shows the help for the main window.
+    void helpOpen();
 
     /// Puts the main window in the middle of the screen.
     void centre();

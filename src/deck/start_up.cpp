@@ -232,7 +232,7 @@ void StartUp::leadToSetup()
     forms_.cdriptab().List4.setIndex(burstMethod);
     forms_.cdripbg().form.show();
     forms_.cdriptab().form.show();
-    forms_.cdriptab().tab = 1;
+    forms_.cdriptab().tab = state::settingsTab;
     main_.form.enabled = false;
 }
 

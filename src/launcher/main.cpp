@@ -146,8 +146,10 @@ int main(int count, char** words)
 
     const host::Places places = host::places();
     host::makeFolders(places.programFolder);
-    host::WindowDialogs dialogs;
     host::RealHost real({.images = {}, .machine = false});
+    host::WindowDialogs dialogs(
+        {.hostPath = [&real](std::wstring_view path) { return real.platform().files.hostPath(path); },
+         .programPath = [&real](std::string_view path) { return real.platform().files.programPath(path); }});
     if (const base::Status opened = real.open({.programFolder = places.programFolder, .dialogs = &dialogs}); !opened) {
         dialogs.messageBox(L"CD-Tonquay", base::fromHostBytes(base::describe(opened.failure())),
                            platform::Dialogs::Icon::stop, platform::Dialogs::Buttons::ok);

@@ -23,6 +23,16 @@ public:
     virtual std::optional<std::wstring> inputBox(std::wstring_view title, std::wstring_view prompt,
                                                  std::wstring_view defaultText) = 0;
 
+    /// One file to open, in the program's form; nothing when the person cancels. The file need not exist.
+    struct FileQuestion {
+        std::wstring title{};
+        std::wstring folder{};     ///< where the person starts to look, in the program's form
+        std::wstring filterName{}; ///< of the files that are shown, in words
+        std::wstring pattern{};    ///< * and ?, without regard to case
+        std::wstring fileName{};   ///< proposed
+    };
+    virtual std::optional<std::wstring> openFile(const FileQuestion& question) = 0;
+
     virtual void beep() = 0;
 
     /// The pointer of the whole screen.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "state/cdrip1_controls.h"
+#include "state/cdriptab_controls.h"
 #include "state/id3auto_controls.h"
 #include "state/other_forms.h"
 #include "state/popa_controls.h"

@@ -50,12 +50,24 @@ public:
         return text;
     }
 
+    std::optional<std::wstring> openFile(const FileQuestion& question) override
+    {
+        questions.push_back(question);
+        if (chosenFiles.empty())
+            return std::nullopt;
+        const auto file = chosenFiles.front();
+        chosenFiles.pop_front();
+        return file;
+    }
+
     void beep() override { ++beeps; }
     void setPointer(Pointer shown) override { pointer = shown; }
 
     std::vector<Box> boxes;
     std::vector<Input> inputs;
+    std::vector<FileQuestion> questions;
     std::deque<Answer> answers;
+    std::deque<std::optional<std::wstring>> chosenFiles;
     std::deque<std::optional<std::wstring>> typed;
     std::function<void()> whileOpen; ///< runs while a box is open: what the loop behind it would do
     int beeps = 0;

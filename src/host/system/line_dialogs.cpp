@@ -18,4 +18,9 @@ std::optional<std::wstring> LineDialogs::inputBox(std::wstring_view, std::wstrin
     return std::nullopt;
 }
 
+std::optional<std::wstring> LineDialogs::openFile(const FileQuestion&)
+{
+    return std::nullopt;
+}
+
 }

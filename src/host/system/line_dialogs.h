@@ -8,7 +8,8 @@
 namespace tonquay::host {
 
 /// Dialogs where there is no window: a box is one line that goes to `sink`, and nobody is waited for. A box with OK
-/// counts as read; one with Yes and No is answered with No, since nobody said Yes; an input box counts as cancelled.
+/// counts as read; one with Yes and No is answered with No, since nobody said Yes; an input box and a
+/// choice of a file count as cancelled.
 class LineDialogs final : public platform::Dialogs {
 public:
     using Sink = std::function<void(std::string line)>;
@@ -19,6 +20,7 @@ public:
     Answer messageBox(std::wstring_view title, std::wstring_view text, Icon icon, Buttons buttons) override;
     std::optional<std::wstring> inputBox(std::wstring_view title, std::wstring_view prompt,
                                          std::wstring_view defaultText) override;
+    std::optional<std::wstring> openFile(const FileQuestion& question) override;
     void beep() override {}
     void setPointer(Pointer) override {}
 

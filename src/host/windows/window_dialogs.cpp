@@ -1,6 +1,8 @@
 #include "host/windows/window_dialogs.h"
 
 #include <QApplication>
+#include <QFile>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 
@@ -87,6 +89,33 @@ std::optional<std::wstring> WindowDialogs::inputBox(std::wstring_view title, std
         if (character.category() == QChar::Other_Control)
             character = QLatin1Char(' ');
     return text.toStdWString();
+}
+
+std::optional<std::wstring> WindowDialogs::openFile(const FileQuestion& question)
+{
+    const UsualPointer pointer(busy_);
+    QFileDialog box(QApplication::activeWindow(), qtText(question.title),
+                    QFile::decodeName(paths_.hostPath(question.folder).c_str()));
+    box.setWindowModality(Qt::ApplicationModal);
+    box.setFileMode(QFileDialog::ExistingFile);
+    QStringList filters{qtText(question.filterName) + QStringLiteral(" (") + qtText(question.pattern) + ')'};
+    // Programs have no ending of their own here: whatever may be started is one.
+    const QString programs = QStringLiteral("Programs (*)");
+    const bool asksForProgram = question.pattern == L"*.exe";
+    if (asksForProgram)
+        filters.append(programs);
+    box.setNameFilters(filters);
+    const auto showPrograms = [&](const QString& filter) {
+        box.setFilter(asksForProgram && filter == programs
+                          ? QDir::AllDirs | QDir::Files | QDir::Executable | QDir::NoDotAndDotDot
+                          : QDir::AllDirs | QDir::Files | QDir::NoDotAndDotDot);
+    };
+    QObject::connect(&box, &QFileDialog::filterSelected, &box, showPrograms);
+    if (!question.fileName.empty())
+        box.selectFile(qtText(question.fileName));
+    if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty())
+        return std::nullopt;
+    return paths_.programPath(QFile::encodeName(box.selectedFiles().front()).toStdString());
 }
 
 void WindowDialogs::beep()

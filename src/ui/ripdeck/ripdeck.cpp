@@ -36,6 +36,8 @@ host::DriveSources drivesOfThisUser()
 
 Ripdeck::Ripdeck()
     : host_(drivesOfThisUser()),
+      dialogs_({.hostPath = [this](std::wstring_view path) { return host_.platform().files.hostPath(path); },
+                .programPath = [this](std::string_view path) { return host_.platform().files.programPath(path); }}),
       help_([this](std::wstring_view path) { return host_.platform().files.hostPath(path); })
 {}
 

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -13,8 +15,22 @@ namespace {
 
 using platform::Dialogs;
 
+/// C: is the host's root.
+std::string hostForm(std::wstring_view path)
+{
+    QString text = QString::fromWCharArray(path.data(), static_cast<qsizetype>(path.size()));
+    return text.mid(2).replace('\\', '/').toStdString();
+}
+
+std::wstring programForm(std::string_view path)
+{
+    return L"C:" +
+           QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size())).replace('/', '\\').toStdWString();
+}
+
 struct Boxes : testing::Test {
-    WindowDialogs dialogs;
+    WindowDialogs dialogs{{.hostPath = [](std::wstring_view path) { return hostForm(path); },
+                           .programPath = [](std::string_view path) { return programForm(path); }}};
     int ticks = 0;
 
     /// Presses a key in the box that is open by then.
@@ -71,6 +87,41 @@ TEST_F(Boxes, inputIsTakenOrCancelled)
     EXPECT_EQ(dialogs.inputBox(L"T", L"New title", L"Dawn"), L"Dusk");
     pressSoon(Qt::Key_Escape);
     EXPECT_EQ(dialogs.inputBox(L"T", L"New title", L"Dawn"), std::nullopt);
+}
+
+TEST_F(Boxes, fileIsChosenAmongProgramsAsWell)
+{
+    const QTemporaryDir folder;
+    const auto put = [&folder](const char* name, bool program) {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.setPermissions(program ? QFile::ReadOwner | QFile::ExeOwner : QFile::ReadOwner);
+    };
+    put("lame.exe", true);
+    put("encoder", true);
+    const Dialogs::FileQuestion question{.title = L"Select",
+                                         .folder = programForm(folder.path().toStdString()),
+                                         .filterName = L"MP3 Encoder",
+                                         .pattern = L"*.exe",
+                                         .fileName = {}};
+    const auto choose = [&](const QString& name) {
+        QTimer::singleShot(0, [&, name] {
+            QFileDialog* box = nullptr;
+            ASSERT_TRUE(QTest::qWaitFor([&box] {
+                box = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+                return box != nullptr;
+            }));
+            EXPECT_EQ(box->windowTitle(), "Select");
+            EXPECT_EQ(box->nameFilters(), QStringList({"MP3 Encoder (*.exe)", "Programs (*)"}));
+            box->selectFile(folder.filePath(name));
+            QTest::keyClick(box->findChild<QLineEdit*>("fileNameEdit"), Qt::Key_Return);
+        });
+        return dialogs.openFile(question);
+    };
+    EXPECT_EQ(choose("encoder"), programForm(folder.filePath("encoder").toStdString()));
+    EXPECT_EQ(choose("lame.exe"), programForm(folder.filePath("lame.exe").toStdString()));
+    pressSoon(Qt::Key_Escape);
+    EXPECT_EQ(dialogs.openFile(question), std::nullopt);
 }
 
 }
