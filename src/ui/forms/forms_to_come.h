@@ -7,8 +7,8 @@
 
 namespace tonquay::ui {
 
-/// Forms whose windows this version does not have yet. The keys and menu entries that lead to them only are disabled;
-/// one that is shown all the same says so, and goes, and the main window comes back.
+/// Forms whose windows this version does not have yet: the tag utility, whose keys are disabled, and analog capture,
+/// which says so when it is shown, and goes.
 class FormsToCome {
 public:
     FormsToCome(state::Forms& forms, platform::Dialogs& dialogs, platform::EventLoop& loop);

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "platform/dialogs.h"
-#include "platform/event_loop.h"
+#include "platform/platform.h"
 #include "state/forms.h"
 #include "state/settings.h"
 #include "ui/forms/forms_to_come.h"
 #include "ui/forms/main_window.h"
 #include "ui/forms/partial_window.h"
 #include "ui/forms/popup_menu_view.h"
+#include "ui/forms/setup_window.h"
 #include "ui/forms/tagger_window.h"
 
 namespace tonquay::ui {
@@ -16,12 +16,13 @@ namespace tonquay::ui {
 /// starts, so that whatever a form shows while it loads is seen.
 class Windows {
 public:
-    Windows(state::Forms& forms, const state::Theme& theme, platform::Dialogs& dialogs, platform::EventLoop& loop)
+    Windows(state::Forms& forms, const state::Theme& theme, platform::Platform platform)
         : main_(forms.ripdeck(), theme),
           menu_(forms.controlsOf<state::PopaControls>()),
           tagger_(forms.controlsOf<state::Id3autoControls>()),
           partial_(forms.controlsOf<state::TrkcustControls>()),
-          formsToCome_(forms, dialogs, loop)
+          setup_(forms.controlsOf<state::CdriptabControls>(), platform.files, platform.dialogs),
+          formsToCome_(forms, platform.dialogs, platform.loop)
     {}
 
 private:
@@ -29,6 +30,7 @@ private:
     PopupMenuView menu_;
     TaggerWindow tagger_;
     PartialWindow partial_;
+    SetupWindow setup_;
     FormsToCome formsToCome_;
 };
 

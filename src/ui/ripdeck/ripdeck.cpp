@@ -58,7 +58,7 @@ base::Status Ripdeck::start(const std::string& commandLine)
         return opened;
     const platform::Platform platform = host_.platform();
     program_ = std::make_unique<app::Program>(platform);
-    windows_ = std::make_unique<Windows>(program_->forms(), program_->state().theme, dialogs_, platform.loop);
+    windows_ = std::make_unique<Windows>(program_->forms(), program_->state().theme, platform);
     program_->start(named ? std::wstring(mountedFolder) : base::fromHostBytes(commandLine));
     return {};
 }

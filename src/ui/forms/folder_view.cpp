@@ -1,0 +1,151 @@
+#include "ui/forms/folder_view.h"
+
+#include "base/text.h"
+#include "ui/forms/host_paths.h"
+#include "ui/skin/icons.h"
+
+#include <QDir>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QStandardPaths>
+#include <QStorageInfo>
+#include <QToolTip>
+#include <QVBoxLayout>
+
+#include <memory>
+
+namespace tonquay::ui {
+
+FolderView::FolderView(controls::DriveList& drive, controls::FolderTree& tree, platform::FileSystem& files,
+                       platform::Dialogs& dialogs, NewFolders newFolders)
+    : drive_(drive),
+      tree_(tree),
+      files_(files),
+      dialogs_(dialogs)
+{
+    auto column = std::make_unique<QVBoxLayout>();
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(6);
+    addPathRow(*column, newFolders);
+    addTree(*column);
+    setLayout(column.release());
+    bindings_.show(tree.path, [this](const std::wstring&) { takeOver(); });
+}
+
+void FolderView::addPathRow(QVBoxLayout& column, NewFolders newFolders)
+{
+    auto row = std::make_unique<QHBoxLayout>();
+    row->setSpacing(6);
+    path_.setAccessibleName(QStringLiteral("Folder"));
+    path_.setToolTip(QStringLiteral("Type a path and press Enter"));
+    connect(&path_, &QLineEdit::returnPressed, this, [this] { openTyped(); });
+    row->addWidget(&path_, 1);
+
+    places_.setIcon(icon(QStringLiteral("home")));
+    places_.setAccessibleName(QStringLiteral("Places"));
+    places_.setToolTip(QStringLiteral("Usual places"));
+    places_.setPopupMode(QToolButton::InstantPopup);
+    auto menu = std::make_unique<QMenu>(&places_);
+    connect(menu.get(), &QMenu::aboutToShow, this, [this] { fillPlaces(); });
+    places_.setMenu(menu.release());
+    row->addWidget(&places_);
+
+    if (newFolders == NewFolders::yes) {
+        auto make = std::make_unique<QToolButton>();
+        make->setText(QStringLiteral("New..."));
+        make->setAccessibleName(QStringLiteral("New folder"));
+        make->setToolTip(QStringLiteral("Make a folder in this one"));
+        connect(make.get(), &QToolButton::clicked, this, [this] { makeFolder(); });
+        row->addWidget(make.release());
+    }
+    column.addLayout(row.release());
+}
+
+void FolderView::addTree(QVBoxLayout& column)
+{
+    folders_.setFilter(QDir::Dirs | QDir::NoDotAndDotDot);
+    folders_.setRootPath(QDir::rootPath());
+    view_.setModel(&folders_);
+    view_.setHeaderHidden(true);
+    for (int columnNumber = 1; columnNumber < folders_.columnCount(); ++columnNumber)
+        view_.hideColumn(columnNumber);
+    view_.setAccessibleName(QStringLiteral("Folders"));
+    view_.setUniformRowHeights(true);
+    view_.setIndentation(16);
+    view_.setMinimumHeight(90);
+    // A folder that is merely passed by the model's own doing is none that was chosen.
+    connect(view_.selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& current) {
+        if (!showing_ && view_.hasFocus() && current.isValid())
+            open(folders_.filePath(current));
+    });
+    column.addWidget(&view_, 1);
+}
+
+void FolderView::fillPlaces()
+{
+    places_.menu()->clear();
+    addPlace(QStringLiteral("Home"), QDir::homePath());
+    addPlace(QStringLiteral("Music"), QStandardPaths::writableLocation(QStandardPaths::MusicLocation));
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
+        const QString root = volume.rootPath();
+        if (root.startsWith("/media/") || root.startsWith("/run/media/") || root.startsWith("/mnt"))
+            addPlace(volume.displayName(), root);
+    }
+    places_.menu()->addAction(QStringLiteral("File system"), this, [this] {
+        drive_.drive = L"C:";
+        drive_.change();
+    });
+}
+
+void FolderView::addPlace(const QString& name, const QString& path)
+{
+    if (QDir(path).exists())
+        places_.menu()->addAction(QString(name).replace('&', "&&"), this, [this, path] { open(path); });
+}
+
+void FolderView::takeOver()
+{
+    const Writing showing(showing_);
+    const QString path = shownPath(files_, tree_.path);
+    path_.setText(path);
+    path_.setCursorPosition(0);
+    const QModelIndex index = folders_.index(path);
+    view_.setCurrentIndex(index);
+    if (index.isValid())
+        view_.scrollTo(index);
+}
+
+void FolderView::open(const QString& path)
+{
+    tree_.open(typedPath(files_, path));
+}
+
+void FolderView::openTyped()
+{
+    const std::wstring path = typedPath(files_, path_.text());
+    if (files_.folderExists(path)) {
+        tree_.open(path);
+        takeOver();
+        return;
+    }
+    QToolTip::showText(path_.mapToGlobal(QPoint(0, path_.height())), QStringLiteral("There is no such folder"), &path_);
+    path_.selectAll();
+}
+
+void FolderView::makeFolder()
+{
+    const std::wstring above = tree_.path;
+    const auto name = dialogs_.inputBox(L"CD-Tonquay", L"Name of the new folder:", L"");
+    if (!name || name->empty())
+        return;
+    const QString path = shownPath(files_, above) + '/' + QString::fromStdWString(*name).replace('/', '-');
+    const std::wstring folder = typedPath(files_, path);
+    if (const base::Status made = files_.createFolder(folder); !made) {
+        dialogs_.messageBox(L"CD-Tonquay", L"The folder could not be made: " + base::fromHostBytes(made.failure().text),
+                            platform::Dialogs::Icon::exclamation);
+        return;
+    }
+    tree_.open(folder);
+}
+
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "controls/folders.h"
+#include "platform/dialogs.h"
+#include "platform/file_system.h"
+#include "ui/forms/bindings.h"
+
+#include <QFileSystemModel>
+#include <QLineEdit>
+#include <QToolButton>
+#include <QTreeView>
+
+class QVBoxLayout;
+
+namespace tonquay::ui {
+
+/// A folder of this system: a tree of them, the open one's path, which may be typed, and a menu of usual places. A
+/// click, the arrow keys and Enter open a folder.
+class FolderView final : public QWidget {
+public:
+    enum class NewFolders { no, yes };
+
+    FolderView(controls::DriveList& drive, controls::FolderTree& tree, platform::FileSystem& files,
+               platform::Dialogs& dialogs, NewFolders newFolders);
+
+    /// What a label's letter leads to.
+    QWidget& pathField() { return path_; }
+
+private:
+    void addPathRow(QVBoxLayout& column, NewFolders newFolders);
+    void addTree(QVBoxLayout& column);
+    void fillPlaces();
+    void addPlace(const QString& name, const QString& path);
+    void takeOver();
+    void open(const QString& path);
+    void openTyped();
+    void makeFolder();
+
+    controls::DriveList& drive_;
+    controls::FolderTree& tree_;
+    platform::FileSystem& files_;
+    platform::Dialogs& dialogs_;
+    QLineEdit path_;
+    QToolButton places_;
+    QFileSystemModel folders_;
+    QTreeView view_;
+    Bindings bindings_;
+    bool showing_ = false;
+};
+
+}
