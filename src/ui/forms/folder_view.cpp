@@ -5,6 +5,7 @@
 #include "ui/skin/icons.h"
 
 #include <QDir>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QStandardPaths>
@@ -21,18 +22,19 @@ FolderView::FolderView(controls::DriveList& drive, controls::FolderTree& tree, p
     : drive_(drive),
       tree_(tree),
       files_(files),
-      dialogs_(dialogs)
+      dialogs_(dialogs),
+      newFolders_(newFolders)
 {
     auto column = std::make_unique<QVBoxLayout>();
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(6);
-    addPathRow(*column, newFolders);
+    addPathRow(*column);
     addTree(*column);
     setLayout(column.release());
     bindings_.show(tree.path, [this](const std::wstring&) { takeOver(); });
 }
 
-void FolderView::addPathRow(QVBoxLayout& column, NewFolders newFolders)
+void FolderView::addPathRow(QVBoxLayout& column)
 {
     auto row = std::make_unique<QHBoxLayout>();
     row->setSpacing(6);
@@ -43,21 +45,14 @@ void FolderView::addPathRow(QVBoxLayout& column, NewFolders newFolders)
 
     places_.setIcon(icon(QStringLiteral("home")));
     places_.setAccessibleName(QStringLiteral("Places"));
-    places_.setToolTip(QStringLiteral("Usual places"));
+    places_.setToolTip(newFolders_ == NewFolders::yes ? QStringLiteral("Usual places, and a new folder")
+                                                      : QStringLiteral("Usual places"));
     places_.setPopupMode(QToolButton::InstantPopup);
     auto menu = std::make_unique<QMenu>(&places_);
     connect(menu.get(), &QMenu::aboutToShow, this, [this] { fillPlaces(); });
     places_.setMenu(menu.release());
     row->addWidget(&places_);
 
-    if (newFolders == NewFolders::yes) {
-        auto make = std::make_unique<QToolButton>();
-        make->setText(QStringLiteral("New..."));
-        make->setAccessibleName(QStringLiteral("New folder"));
-        make->setToolTip(QStringLiteral("Make a folder in this one"));
-        connect(make.get(), &QToolButton::clicked, this, [this] { makeFolder(); });
-        row->addWidget(make.release());
-    }
     column.addLayout(row.release());
 }
 
@@ -72,12 +67,19 @@ void FolderView::addTree(QVBoxLayout& column)
     view_.setAccessibleName(QStringLiteral("Folders"));
     view_.setUniformRowHeights(true);
     view_.setIndentation(16);
-    view_.setMinimumHeight(90);
+    view_.setMinimumHeight(80);
     // A folder that is merely passed by the model's own doing is none that was chosen.
     connect(view_.selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& current) {
         if (!showing_ && view_.hasFocus() && current.isValid())
             open(folders_.filePath(current));
     });
+    // Its rows come later, and push the open folder out of sight.
+    connect(
+        &folders_, &QFileSystemModel::directoryLoaded, this, [this] { showCurrent(); }, Qt::QueuedConnection);
+    connect(
+        &folders_, &QFileSystemModel::layoutChanged, this, [this] { showCurrent(); }, Qt::QueuedConnection);
+    view_.installEventFilter(this);
+    view_.viewport()->installEventFilter(this);
     column.addWidget(&view_, 1);
 }
 
@@ -95,6 +97,10 @@ void FolderView::fillPlaces()
         drive_.drive = L"C:";
         drive_.change();
     });
+    if (newFolders_ == NewFolders::no)
+        return;
+    places_.menu()->addSeparator();
+    places_.menu()->addAction(QStringLiteral("New folder..."), this, [this] { makeFolder(); });
 }
 
 void FolderView::addPlace(const QString& name, const QString& path)
@@ -111,8 +117,32 @@ void FolderView::takeOver()
     path_.setCursorPosition(0);
     const QModelIndex index = folders_.index(path);
     view_.setCurrentIndex(index);
-    if (index.isValid())
-        view_.scrollTo(index);
+    handledByUser_ = handledByUser_ && view_.hasFocus();
+    showCurrent();
+}
+
+/// Until the user has a hand on the tree.
+void FolderView::showCurrent()
+{
+    if (!handledByUser_ && view_.currentIndex().isValid())
+        view_.scrollTo(view_.currentIndex());
+}
+
+bool FolderView::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::Wheel:
+    case QEvent::KeyPress: handledByUser_ = true; break;
+    default: break;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void FolderView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    showCurrent();
 }
 
 void FolderView::open(const QString& path)

@@ -26,12 +26,17 @@ public:
     /// What a label's letter leads to.
     QWidget& pathField() { return path_; }
 
+protected:
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
-    void addPathRow(QVBoxLayout& column, NewFolders newFolders);
+    void addPathRow(QVBoxLayout& column);
     void addTree(QVBoxLayout& column);
     void fillPlaces();
     void addPlace(const QString& name, const QString& path);
     void takeOver();
+    void showCurrent();
     void open(const QString& path);
     void openTyped();
     void makeFolder();
@@ -40,12 +45,14 @@ private:
     controls::FolderTree& tree_;
     platform::FileSystem& files_;
     platform::Dialogs& dialogs_;
+    NewFolders newFolders_;
     QLineEdit path_;
     QToolButton places_;
     QFileSystemModel folders_;
     QTreeView view_;
     Bindings bindings_;
     bool showing_ = false;
+    bool handledByUser_ = false; ///< since another folder was opened
 };
 
 }

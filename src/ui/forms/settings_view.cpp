@@ -26,7 +26,7 @@ template <class... Widgets>
 void fillBox(QGroupBox& box, Widgets&... widgets)
 {
     auto column = std::make_unique<QVBoxLayout>();
-    column->setContentsMargins(8, 6, 8, 6);
+    column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(3);
     (column->addWidget(&widgets), ...);
     box.setLayout(column.release());
@@ -84,11 +84,11 @@ SettingsView::SettingsView(state::CdriptabControls& form, platform::FileSystem& 
     right->addStretch(1);
 
     auto row = std::make_unique<QHBoxLayout>();
-    row->setContentsMargins(12, 10, 12, 8);
-    row->setSpacing(14);
-    row->addLayout(left.release(), 4);
-    row->addLayout(middle.release(), 4);
-    row->addLayout(right.release(), 3);
+    row->setContentsMargins(8, 8, 8, 4);
+    row->setSpacing(8);
+    row->addLayout(left.release(), 1);
+    row->addLayout(middle.release());
+    row->addLayout(right.release());
     setLayout(row.release());
     bindings_.show(form.focusWanted, [this](const state::SetupFocus& focus) { moveFocus(focus); });
 }
@@ -98,6 +98,7 @@ void SettingsView::addDrives(QVBoxLayout& column)
     driveBox_.setTitle(QStringLiteral("CD drive"));
     drivesHint_.setText(QStringLiteral("Double-click to &select CD drive"));
     drivesHint_.setBuddy(&drives_);
+    drivesHint_.setWordWrap(true);
     drives_.setAccessibleName(QStringLiteral("CD drives"));
     drives_.setToolTip(QStringLiteral("Double-click a drive, or press Enter on it, to rip from it"));
     selectedHint_.setText(QStringLiteral("Selected drive"));
@@ -137,7 +138,7 @@ void SettingsView::addFormats(QVBoxLayout& column)
     constexpr std::array letters{"M", "W", "G", "A"};
     formatBox_.setTitle(QStringLiteral("Format"));
     auto box = std::make_unique<QVBoxLayout>();
-    box->setContentsMargins(8, 6, 8, 6);
+    box->setContentsMargins(0, 0, 0, 0);
     box->setSpacing(4);
     auto row = std::make_unique<QHBoxLayout>();
     for (std::size_t i = 0; i < formats_.size(); ++i) {
@@ -188,17 +189,20 @@ void SettingsView::addNames(QVBoxLayout& column)
 {
     nameBox_.setTitle(QStringLiteral("Create &Filenames From"));
     auto grid = std::make_unique<QGridLayout>();
-    grid->setContentsMargins(8, 6, 8, 6);
+    grid->setContentsMargins(0, 0, 0, 0);
     grid->setVerticalSpacing(2);
     constexpr int rows = 4;
     for (int i = 0; i < form_.Option1.size(); ++i)
         grid->addWidget(&names_[static_cast<std::size_t>(i)], i % rows, i / rows);
     bindTick(artistFolders_, form_.Check8, bindings_, "u");
     bindTick(albumFolders_, form_.Check9, bindings_, "y");
-    grid->addWidget(&artistFolders_, rows, 0, 1, 2);
-    grid->addWidget(&albumFolders_, rows + 1, 0, 1, 2);
     nameBox_.setLayout(grid.release());
     column.addWidget(&nameBox_);
+    auto folders = std::make_unique<QVBoxLayout>();
+    folders->setSpacing(2);
+    folders->addWidget(&artistFolders_);
+    folders->addWidget(&albumFolders_);
+    column.addLayout(folders.release());
 }
 
 void SettingsView::addRipMode(QVBoxLayout& column)
@@ -226,9 +230,11 @@ void SettingsView::addRipMode(QVBoxLayout& column)
     bindTick(selectAll_, form_.Check3, bindings_, "l");
     bindTick(autoClose_, form_.Check13, bindings_);
     bindTick(program_, form_.Check1, bindings_);
+    bindTick(minimise_, form_.Check12, bindings_, "z");
     auto ticks = std::make_unique<QGridLayout>();
     ticks->setVerticalSpacing(2);
     ticks->addWidget(&selectAll_, 0, 0, 1, 2);
+    ticks->addWidget(&minimise_, 2, 0, 1, 2);
     ticks->addWidget(&program_, 1, 0);
     ticks->addWidget(&autoClose_, 1, 1);
     column.addLayout(ticks.release());
@@ -238,38 +244,35 @@ void SettingsView::addMp3Mode(QVBoxLayout& column)
 {
     bindFrame(mp3Box_, form_.SSFrame5, bindings_, "n");
     auto row = std::make_unique<QHBoxLayout>();
-    row->setContentsMargins(8, 6, 8, 6);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(6);
     row->addWidget(&channels_[0]);
     row->addWidget(&channels_[1]);
     row->addStretch(1);
-    mp3Box_.setLayout(row.release());
-    column.addWidget(&mp3Box_);
-
-    // Beside the box of MP3: a high priority is for every encoder.
-    auto quality = std::make_unique<QHBoxLayout>();
-    bindTick(vbr_, form_.Check5, bindings_, "Vh");
     qualityHint_.setBuddy(&quality_);
     bindLabel(qualityHint_, form_.Label17, bindings_, "Q");
     forwardDoubleClick(qualityHint_, form_.Label17);
     quality_.setAccessibleName(QStringLiteral("VBR quality"));
-    quality_.setMaximumWidth(44);
+    quality_.setFixedWidth(36);
     quality_.setMaxLength(4);
     quality_.setToolTip(QStringLiteral("0=highest quality / biggest file size, 9=lowest quality / smallest file size"));
     refuseDoubleQuotes(quality_);
     bindText(quality_, form_.Text11, bindings_, writing_);
-    quality->addWidget(&vbr_);
-    quality->addStretch(1);
-    quality->addWidget(&qualityHint_);
-    quality->addWidget(&quality_);
-    column.addLayout(quality.release());
+    row->addWidget(&qualityHint_);
+    row->addWidget(&quality_);
+    mp3Box_.setLayout(row.release());
+    column.addWidget(&mp3Box_);
+    // Below the box: other encoders have it as well, as a high priority.
+    bindTick(vbr_, form_.Check5, bindings_, "Vh");
+    column.addWidget(&vbr_);
 }
 
 void SettingsView::addRates(QVBoxLayout& column)
 {
     bindFrame(rateBox_, form_.SSFrame1, bindings_, "B");
     auto grid = std::make_unique<QGridLayout>();
-    grid->setContentsMargins(8, 6, 8, 6);
-    grid->setVerticalSpacing(1);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setVerticalSpacing(0);
     const int rows = form_.Option3.size() / 2;
     for (int i = 0; i < form_.Option3.size(); ++i)
         grid->addWidget(&rates_[static_cast<std::size_t>(i)], i % rows, i / rows);
@@ -283,14 +286,13 @@ void SettingsView::addAdvanced(QVBoxLayout& column)
     bindTick(crc_, form_.Check4, bindings_, "k");
     bindTick(switchesTick_, form_.Check6, bindings_, "d");
     bindTick(extensionTick_, form_.Check7, bindings_, "x");
-    bindTick(minimise_, form_.Check12, bindings_, "z");
     switches_.setAccessibleName(QStringLiteral("Encoder command line"));
     extension_.setAccessibleName(QStringLiteral("File extension"));
     for (auto [view, box] : {std::pair{&switches_, &form_.Text1}, std::pair{&extension_, &form_.Text2}}) {
         refuseDoubleQuotes(*view);
         bindText(*view, *box, bindings_, writing_);
     }
-    fillBox(advancedBox_, crc_, switchesTick_, switches_, extensionTick_, extension_, minimise_);
+    fillBox(advancedBox_, crc_, switchesTick_, switches_, extensionTick_, extension_);
     column.addWidget(&advancedBox_);
     bindings_.show(form_.Command12.caption, [this](const std::wstring& caption) {
         advanced_.setText(captionText(caption, caption == state::advancedCaption ? "d" : "i"));
@@ -306,7 +308,13 @@ void SettingsView::addSchedule(QVBoxLayout& column)
     bindTick(turbo_, form_.Check2, bindings_, "T");
     schedule_[0].setToolTip(QStringLiteral("Read all tracks first, then encode them"));
     schedule_[1].setToolTip(QStringLiteral("Encode each track as soon as it is read"));
-    fillBox(scheduleBox_, schedule_[0], schedule_[1], turbo_);
+    auto grid = std::make_unique<QGridLayout>();
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setVerticalSpacing(3);
+    grid->addWidget(&schedule_[0], 0, 0, 1, 2);
+    grid->addWidget(&schedule_[1], 1, 0);
+    grid->addWidget(&turbo_, 1, 1);
+    scheduleBox_.setLayout(grid.release());
     column.addWidget(&scheduleBox_);
 }
 

@@ -23,7 +23,7 @@ ToWavView::ToWavView(state::CdriptabControls& form, platform::FileSystem& files,
     row->addWidget(&keys());
     row->addWidget(&queueSide(), 1);
     auto column = std::make_unique<QVBoxLayout>();
-    column->setContentsMargins(12, 10, 12, 8);
+    column->setContentsMargins(10, 8, 10, 4);
     column->setSpacing(10);
     column->addLayout(row.release(), 1);
     addFoot(*column);
@@ -38,7 +38,7 @@ QWidget& ToWavView::folderSide()
     files_.setAccessibleName(QStringLiteral("MP3 files in the folder"));
     files_.setMinimumHeight(120);
     auto column = std::make_unique<QVBoxLayout>();
-    column->setContentsMargins(8, 6, 8, 8);
+    column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
     column->addWidget(&folder_, 1);
     column->addWidget(&files_, 1);
