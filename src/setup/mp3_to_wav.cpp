@@ -17,7 +17,6 @@ namespace {
 
 constexpr std::size_t blanksInRow = 150;
 constexpr std::size_t blanksThatSplit = 5;
-constexpr std::wstring_view decoderLead = L"LAME Decoder Location:  ";
 
 bool isMp3(const std::wstring& name)
 {
@@ -148,7 +147,7 @@ void Mp3ToWav::queueClicked()
 void Mp3ToWav::showDecoder()
 {
     const std::wstring& appFolder = state_.folders.appFolder;
-    const std::wstring lead(decoderLead);
+    const std::wstring lead(state::decoderLead);
     if (encode::pathNames(state_.settings.encoderPath, L"LAME"))
         form_.Label8.caption = lead + state_.settings.encoderPath;
     else if (platform_.files.fileExists(state::inFolder(appFolder, L"lame.exe")))

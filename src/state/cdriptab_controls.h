@@ -99,6 +99,7 @@ void showOggQualities(CdriptabControls& setup);
 inline constexpr std::wstring_view advancedCaption = L"Advanced >";
 inline constexpr std::wstring_view basicCaption = L"< Basic";
 inline constexpr std::wstring_view ripLocationLead = L"Current rip location: ";
+inline constexpr std::wstring_view decoderLead = L"LAME Decoder Location:  ";
 inline constexpr std::wstring_view vbrCaption = L"Enable VBR Encoding";
 inline constexpr std::wstring_view highPriorityCaption = L"Enable high priority encoding";
 

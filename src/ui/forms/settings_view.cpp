@@ -269,7 +269,7 @@ void SettingsView::addMp3Mode(QVBoxLayout& column)
 
 void SettingsView::addRates(QVBoxLayout& column)
 {
-    bindFrame(rateBox_, form_.SSFrame1, bindings_, "B");
+    bindFrame(rateBox_, form_.SSFrame1, bindings_, "BQ");
     auto grid = std::make_unique<QGridLayout>();
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setVerticalSpacing(0);

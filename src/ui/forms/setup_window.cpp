@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -53,6 +54,9 @@ public:
         addButtons(*column);
         setLayout(column.release());
         bindTabs();
+        // From anywhere in the dialog, lists included, which have a use of their own for some of these keys.
+        addShortcut(QKeySequence::NextChild, 1);
+        addShortcut(QKeySequence::PreviousChild, -1);
 
         constexpr QSize surroundings{30, 110};
         const QSize screen = QGuiApplication::primaryScreen()->availableSize();
@@ -60,6 +64,13 @@ public:
     }
 
 protected:
+    void showEvent(QShowEvent* event) override
+    {
+        QWidget::showEvent(event);
+        if (focusWidget() == nullptr)
+            tabs_.setFocus();
+    }
+
     void closeEvent(QCloseEvent* event) override
     {
         event->ignore();
@@ -85,6 +96,13 @@ private:
         });
         connect(&tabs_, &QTabWidget::currentChanged, this,
                 [this](int index) { form_.tab = pages[static_cast<std::size_t>(index)]; });
+    }
+
+    void addShortcut(QKeySequence::StandardKey keys, int step)
+    {
+        auto shortcut = std::make_unique<QShortcut>(keys, this);
+        connect(shortcut.release(), &QShortcut::activated, this,
+                [this, step] { tabs_.setCurrentIndex((tabs_.currentIndex() + step + tabs_.count()) % tabs_.count()); });
     }
 
     void addButtons(QVBoxLayout& column)

@@ -1,15 +1,32 @@
 #include "ui/forms/to_wav_view.h"
 
 #include "ui/forms/bound_widgets.h"
+#include "ui/forms/host_paths.h"
 #include "ui/forms/input.h"
 #include "ui/skin/icons.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <memory>
 
 namespace tonquay::ui {
+
+namespace {
+
+/// The line that tells where the decoder is, with the place in the form of this system.
+QString decoderText(platform::FileSystem& files, const std::wstring& caption)
+{
+    if (!caption.starts_with(state::decoderLead))
+        return qtText(caption);
+    const std::size_t from = state::decoderLead.size();
+    const std::size_t end = std::min(caption.find(L"  (", from), caption.size());
+    return qtText(caption.substr(0, from)) + shownPath(files, caption.substr(from, end - from)) +
+           qtText(caption.substr(end));
+}
+
+}
 
 ToWavView::ToWavView(state::CdriptabControls& form, platform::FileSystem& files, platform::Dialogs& dialogs)
     : form_(form),
@@ -26,7 +43,7 @@ ToWavView::ToWavView(state::CdriptabControls& form, platform::FileSystem& files,
     column->setContentsMargins(10, 8, 10, 4);
     column->setSpacing(10);
     column->addLayout(row.release(), 1);
-    addFoot(*column);
+    addFoot(*column, files);
     setLayout(column.release());
     bindings_.show(form.converting, [this](const std::int32_t& inHand) { showInHand(inHand); });
 }
@@ -34,7 +51,7 @@ ToWavView::ToWavView(state::CdriptabControls& form, platform::FileSystem& files,
 QWidget& ToWavView::folderSide()
 {
     bindings_.show(form_.Label20.caption,
-                   [this](const std::wstring& caption) { folderBox_.setTitle(captionText(caption, "L")); });
+                   [this](const std::wstring& caption) { folderBox_.setTitle(captionText(caption, "f")); });
     files_.setAccessibleName(QStringLiteral("MP3 files in the folder"));
     files_.setMinimumHeight(120);
     auto column = std::make_unique<QVBoxLayout>();
@@ -82,9 +99,11 @@ QWidget& ToWavView::queueSide()
     return side;
 }
 
-void ToWavView::addFoot(QVBoxLayout& column)
+void ToWavView::addFoot(QVBoxLayout& column, platform::FileSystem& files)
 {
-    bindLabel(decoder_, form_.Label8, bindings_);
+    decoder_.setTextFormat(Qt::PlainText);
+    bindings_.show(form_.Label8.caption,
+                   [this, &files](const std::wstring& caption) { decoder_.setText(decoderText(files, caption)); });
     decoder_.setWordWrap(true);
     decoder_.setProperty("role", "note");
     inHand_.setTextFormat(Qt::PlainText);

@@ -24,7 +24,7 @@ private:
     QWidget& folderSide();
     QWidget& keys();
     QWidget& queueSide();
-    void addFoot(QVBoxLayout& column);
+    void addFoot(QVBoxLayout& column, platform::FileSystem& files);
     void showInHand(std::int32_t row);
 
     state::CdriptabControls& form_;
