@@ -275,6 +275,7 @@ base::Result<Command> parseCommandLine(const std::vector<std::string>& arguments
     RipOptions rip;
     ListOptions list;
     DrivesOptions drives;
+    ToWavOptions toWav;
 
     CLI::App app("Rips audio discs to files.", "tonquay");
     app.set_version_flag("--version", "tonquay " TONQUAY_VERSION);
@@ -287,12 +288,11 @@ base::Result<Command> parseCommandLine(const std::vector<std::string>& arguments
     listCommand->add_option("DISC", list.disc, discHelp);
     CLI::App* drivesCommand = app.add_subcommand("drives", "Show the drives and what they can do");
     drivesCommand->add_flag("--json", drives.json, "One JSON document");
-    for (const auto& [name, help] :
-         {std::pair{"tags", "Show or change tags"}, std::pair{"towav", "Decode MP3 files to WAV"}}) {
-        CLI::App* later = app.add_subcommand(name, fmt::format("{} ({})", help, notYet));
-        later->prefix_command();
-        later->set_help_flag();
-    }
+    CLI::App* toWavCommand = app.add_subcommand("towav", "Decode MP3 files to WAV files beside them");
+    toWavCommand->add_option("FILE", toWav.files, "MP3 files; a WAV file of the same name is replaced")->required();
+    CLI::App* later = app.add_subcommand("tags", fmt::format("Show or change tags ({})", notYet));
+    later->prefix_command();
+    later->set_help_flag();
 
     try {
         // The parser takes its arguments from the back.
@@ -302,6 +302,8 @@ base::Result<Command> parseCommandLine(const std::vector<std::string>& arguments
     } catch (const CLI::CallForVersion& version) {
         return Command{Answer{std::string(version.what()) + '\n'}};
     } catch (const CLI::RequiredError&) {
+        if (toWavCommand->parsed())
+            return wrong("towav: name one MP3 file at least");
         const std::string unknown = arguments.empty() || arguments.front().starts_with('-')
                                         ? std::string("name a command")
                                         : fmt::format("\"{}\" is no command", shownBytes(arguments.front()));
@@ -312,6 +314,8 @@ base::Result<Command> parseCommandLine(const std::vector<std::string>& arguments
 
     if (drivesCommand->parsed())
         return Command{drives};
+    if (toWavCommand->parsed())
+        return Command{toWav};
     if (listCommand->parsed())
         return Command{list};
     if (!ripCommand->parsed())

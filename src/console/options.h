@@ -62,11 +62,15 @@ struct DrivesOptions {
     bool json = false;
 };
 
+struct ToWavOptions {
+    std::vector<std::string> files{}; ///< host paths as typed; one at least
+};
+
 /// A text that answers the command line by itself: help or version.
 struct Answer {
     std::string text{};
 };
 
-using Command = std::variant<RipOptions, ListOptions, DrivesOptions, Answer>;
+using Command = std::variant<RipOptions, ListOptions, DrivesOptions, ToWavOptions, Answer>;
 
 }

@@ -5,6 +5,7 @@
 #include "console/disc_tables.h"
 #include "console/rip_command.h"
 #include "console/screen_text.h"
+#include "console/towav_command.h"
 
 #include <algorithm>
 #include <type_traits>
@@ -79,6 +80,16 @@ ExitStatus drives(Screen& screen, const HostFactory& makeHost, const DrivesOptio
     return ExitStatus::noDisc;
 }
 
+ExitStatus convert(Screen& screen, const HostFactory& makeHost, const ToWavOptions& options)
+{
+    base::Result<std::unique_ptr<Host>> host = makeHost({});
+    if (!host) {
+        complain(screen, host.failure());
+        return ExitStatus::usage;
+    }
+    return toWav(screen, options, **host);
+}
+
 ExitStatus ripDisc(Screen& screen, const HostFactory& makeHost, const RipOptions& options)
 {
     const base::Result<ChosenDisc> disc = openDisc(makeHost, options.disc);
@@ -107,6 +118,8 @@ ExitStatus run(const std::vector<std::string>& arguments, Screen& screen, const 
                 return drives(screen, makeHost, options);
             else if constexpr (std::is_same_v<Options, RipOptions>)
                 return ripDisc(screen, makeHost, options);
+            else if constexpr (std::is_same_v<Options, ToWavOptions>)
+                return convert(screen, makeHost, options);
             else
                 return answer(screen, options);
         },

@@ -54,9 +54,10 @@ TEST(CommandLine, whatMakesNoSenseIsRefusedWithOneLineThatNamesIt)
 TEST(CommandLine, whatIsToComeIsRefusedAsNotAvailable)
 {
     const std::vector<std::string> cases[] = {
-        {"tags", "a.mp3"},    {"tags", "--json", "--set", "title=x", "a.mp3"},
-        {"towav", "a.mp3"},   {"towav", "--help"},
-        {"rip", "-f", "wma"}, {"rip", "--method", "analog"},
+        {"tags", "a.mp3"},
+        {"tags", "--json", "--set", "title=x", "a.mp3"},
+        {"rip", "-f", "wma"},
+        {"rip", "--method", "analog"},
     };
     for (const auto& arguments : cases) {
         const base::Result<Command> command = parseCommandLine(arguments);
@@ -65,6 +66,15 @@ TEST(CommandLine, whatIsToComeIsRefusedAsNotAvailable)
     }
     EXPECT_TRUE(whyNotAvailable(Format::ogg).empty());
     EXPECT_FALSE(whyNotAvailable(Format::wma).empty());
+}
+
+TEST(CommandLine, filesToDecodeArriveAndOneIsNeeded)
+{
+    const base::Result<Command> command = parseCommandLine({"towav", "a.mp3", "-", "b c.MP3"});
+    ASSERT_TRUE(command) << command.failure().text;
+    EXPECT_THAT(std::get<ToWavOptions>(*command).files, testing::ElementsAre("a.mp3", "-", "b c.MP3"));
+    EXPECT_THAT(parseCommandLine({"towav"}).failure().text, HasSubstr("towav: name one MP3 file at least"));
+    EXPECT_FALSE(parseCommandLine({"towav", "--loud", "a.mp3"}));
 }
 
 TEST(CommandLine, everyRipOptionArrives)

@@ -304,7 +304,7 @@ void SettingsView::addAdvanced(QVBoxLayout& column)
 
 void SettingsView::addSchedule(QVBoxLayout& column)
 {
-    scheduleBox_.setTitle(QStringLiteral("Sc&hedule"));
+    scheduleBox_.setTitle(QStringLiteral("Schedule"));
     bindTick(turbo_, form_.Check2, bindings_, "T");
     schedule_[0].setToolTip(QStringLiteral("Read all tracks first, then encode them"));
     schedule_[1].setToolTip(QStringLiteral("Encode each track as soon as it is read"));
