@@ -98,7 +98,9 @@ std::optional<std::wstring> WindowDialogs::openFile(const FileQuestion& question
                     QFile::decodeName(paths_.hostPath(question.folder).c_str()));
     box.setWindowModality(Qt::ApplicationModal);
     box.setFileMode(QFileDialog::ExistingFile);
-    QStringList filters{qtText(question.filterName) + QStringLiteral(" (") + qtText(question.pattern) + ')'};
+    const QString pattern = '(' + qtText(question.pattern) + ')';
+    const QString name = qtText(question.filterName);
+    QStringList filters{name.endsWith(pattern) ? name : name + ' ' + pattern};
     // Programs have no ending of their own here: whatever may be started is one.
     const QString programs = QStringLiteral("Programs (*)");
     const bool asksForProgram = question.pattern == L"*.exe";

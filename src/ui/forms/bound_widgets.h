@@ -37,6 +37,14 @@ void bindText(QLineEdit& view, controls::TextBox& box, Bindings& bindings, bool&
 /// Keeps double quotes out of a text that a settings file has to hold, and says so where one was typed.
 void refuseDoubleQuotes(QLineEdit& view);
 
+/// What carries texts that wrap. It does not ask for a height by its width, which would have a page scroll that has
+/// room enough.
+template <class Widget>
+class Wrapping : public Widget {
+public:
+    bool hasHeightForWidth() const override { return false; }
+};
+
 /// Radio buttons for a group of options. The arrow keys move in it.
 template <std::size_t count>
 class OptionViews {

@@ -13,7 +13,7 @@ public:
     explicit ChoiceListView(controls::ChoiceList& list, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return {120, sizeHint().height()}; }
+    QSize minimumSizeHint() const override { return {120, sizeHint().height() * 2 / 3}; }
 
 private:
     void takeOver();

@@ -46,7 +46,8 @@ private:
     bool writing_ = false;
 
     // What carries the others goes after them.
-    QGroupBox driveBox_, folderBox_, formatBox_, nameBox_, mp3Box_, rateBox_, advancedBox_, scheduleBox_;
+    Wrapping<QGroupBox> driveBox_, folderBox_;
+    QGroupBox formatBox_, nameBox_, mp3Box_, rateBox_, advancedBox_, scheduleBox_;
     QLabel drivesHint_, selectedHint_, selected_;
     ChoiceListView drives_;
     QLabel location_;

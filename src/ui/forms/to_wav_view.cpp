@@ -113,12 +113,16 @@ void ToWavView::addFoot(QVBoxLayout& column, platform::FileSystem& files)
         picture_.setPixmap(icon(QStringLiteral("rip")).pixmap(QSize(26, 26), ready ? QIcon::Normal : QIcon::Disabled));
     });
     auto texts = std::make_unique<QVBoxLayout>();
+    texts->setContentsMargins(0, 0, 0, 0);
     texts->setSpacing(2);
     texts->addWidget(&decoder_);
     texts->addWidget(&inHand_);
     auto row = std::make_unique<QHBoxLayout>();
     row->setSpacing(10);
-    row->addLayout(texts.release(), 1);
+    auto told = std::make_unique<Wrapping<QWidget>>();
+    told->setLayout(texts.release());
+    told->setMinimumHeight(3 * fontMetrics().height());
+    row->addWidget(told.release(), 1);
     row->addWidget(&picture_);
     row->addWidget(&convert_);
     column.addLayout(row.release());

@@ -101,7 +101,7 @@ TEST_F(Boxes, fileIsChosenAmongProgramsAsWell)
     put("encoder", true);
     const Dialogs::FileQuestion question{.title = L"Select",
                                          .folder = programForm(folder.path().toStdString()),
-                                         .filterName = L"MP3 Encoder",
+                                         .filterName = L"MP3 Encoder (*.exe)",
                                          .pattern = L"*.exe",
                                          .fileName = {}};
     const auto choose = [&](const QString& name) {
