@@ -178,9 +178,9 @@ void Mp3ToWav::convert()
         return;
     }
     // The queue may be changed, and the dialog closed, while its files are decoded.
-    std::vector<std::wstring> rows;
-    for (std::int32_t row = 0; row < form_.List6.rowCount(); ++row)
-        rows.push_back(form_.List6.row(row));
+    std::vector<std::wstring> rows(static_cast<std::size_t>(form_.List6.rowCount()));
+    for (std::size_t row = 0; row < rows.size(); ++row)
+        rows[row] = form_.List6.row(static_cast<std::int32_t>(row));
     busy_ = true;
     queueClicked();
     for (std::size_t row = 0; row < rows.size(); ++row) {

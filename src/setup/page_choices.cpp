@@ -1,8 +1,5 @@
 #include "setup/page_choices.h"
 
-#include <array>
-#include <utility>
-
 namespace tonquay::setup {
 
 PageChoices::PageChoices(state::AppState& state, state::CdriptabControls& form) : state_(state), form_(form)
@@ -34,15 +31,18 @@ void PageChoices::keepOptions()
 
 void PageChoices::keepTicks()
 {
-    using Kept = std::pair<controls::CheckBox&, std::int16_t&>;
     state::RipSettings& settings = state_.settings;
-    for (auto [box, field] : {Kept{form_.Check1, settings.createProgram}, Kept{form_.Check3, settings.autoSelectAll},
-                              Kept{form_.Check4, settings.crcCheck}, Kept{form_.Check5, settings.highPriority},
-                              Kept{form_.Check13, settings.autoClose}})
+    const auto keep = [this](controls::CheckBox& box, std::int16_t& field) {
         box.click = [this, &box, &field] {
             if (form_.form.isLoaded())
                 field = box.value();
         };
+    };
+    keep(form_.Check1, settings.createProgram);
+    keep(form_.Check3, settings.autoSelectAll);
+    keep(form_.Check4, settings.crcCheck);
+    keep(form_.Check5, settings.highPriority);
+    keep(form_.Check13, settings.autoClose);
 
     const auto folders = [this](controls::CheckBox& box, controls::CheckBox& other, std::int16_t mode) {
         box.click = [this, &box, &other, mode] {
