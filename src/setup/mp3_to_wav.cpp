@@ -96,12 +96,12 @@ void Mp3ToWav::listFiles()
 
 void Mp3ToWav::addSelected()
 {
+    if (form_.List5.rowCount() == 0)
+        return;
     std::vector<std::wstring> rows;
     for (std::int32_t row = 0; row < form_.List5.rowCount(); ++row)
         if (form_.List5.isSelected(row))
             rows.push_back(form_.List5.row(row));
-    if (form_.List5.rowCount() == 0)
-        return;
     form_.List6.append(std::move(rows));
     endAdding();
     form_.List5.deselectAll();

@@ -73,6 +73,7 @@ CdriptabControls::CdriptabControls()
     cmdOK.caption = L"&OK";
     cmdCancel.caption = L"&Cancel";
 
+    SSFrame7.caption = L"MP3 to WAV Utility";
     Label20.caption = L"Location of MP3 files";
     Label18.caption = L"MP3 file(s) to convert to WAV:";
     Command14.caption = L"Add -->";

@@ -70,6 +70,7 @@ struct CdriptabControls {
     controls::Button cmdOK;
     controls::Button cmdCancel;
 
+    controls::Frame SSFrame7;                        ///< around MP3 to WAV
     controls::Label Label20;                         ///< heading of the folder of MP3 files
     controls::DriveList Drive3;                      ///< its drive
     controls::FolderTree dir3;                       ///< that folder

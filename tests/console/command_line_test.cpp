@@ -166,7 +166,7 @@ TEST(CommandLine, bitratesFitTheirFormat)
 
 TEST(CommandLine, helpNamesEveryCommandAndOption)
 {
-    const auto textOf = [](std::vector<std::string> arguments) {
+    const auto textOf = [](const std::vector<std::string>& arguments) {
         const base::Result<Command> command = parseCommandLine(arguments);
         return command ? std::get<Answer>(*command).text : std::string{};
     };

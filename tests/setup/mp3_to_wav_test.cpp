@@ -14,9 +14,9 @@ struct ToWav : Setup {
 
     std::vector<std::wstring> names(const controls::MultiSelectList& list)
     {
-        std::vector<std::wstring> read;
-        for (std::int32_t row = 0; row < list.rowCount(); ++row)
-            read.push_back(mp3Row(list.row(row)).name);
+        std::vector<std::wstring> read(static_cast<std::size_t>(list.rowCount()));
+        for (std::size_t row = 0; row < read.size(); ++row)
+            read[row] = mp3Row(list.row(static_cast<std::int32_t>(row))).name;
         return read;
     }
 

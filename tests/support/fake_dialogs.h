@@ -45,7 +45,7 @@ public:
             whileOpen();
         if (typed.empty())
             return std::nullopt;
-        const auto text = typed.front();
+        auto text = std::move(typed.front());
         typed.pop_front();
         return text;
     }
@@ -55,7 +55,7 @@ public:
         questions.push_back(question);
         if (chosenFiles.empty())
             return std::nullopt;
-        const auto file = chosenFiles.front();
+        auto file = std::move(chosenFiles.front());
         chosenFiles.pop_front();
         return file;
     }

@@ -53,7 +53,8 @@ private:
 
 void forwardDoubleClick(QLabel& view, controls::Label& label)
 {
-    std::make_unique<PressedLabel>(view, label).release();
+    // It belongs to the view from here on.
+    static_cast<void>(std::make_unique<PressedLabel>(view, label).release());
 }
 
 }
@@ -188,6 +189,7 @@ void SettingsView::addEncoder(QVBoxLayout& column)
 void SettingsView::addNames(QVBoxLayout& column)
 {
     nameBox_.setTitle(QStringLiteral("Create &Filenames From"));
+    nameBox_.setToolTip(QStringLiteral("What files are called; without the track in it, its number is put behind"));
     auto grid = std::make_unique<QGridLayout>();
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setVerticalSpacing(2);
@@ -243,6 +245,7 @@ void SettingsView::addRipMode(QVBoxLayout& column)
 void SettingsView::addMp3Mode(QVBoxLayout& column)
 {
     bindFrame(mp3Box_, form_.SSFrame5, bindings_, "n");
+    mp3Box_.setToolTip(QStringLiteral("One channel of sound, or two"));
     auto row = std::make_unique<QHBoxLayout>();
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(6);
@@ -270,6 +273,7 @@ void SettingsView::addMp3Mode(QVBoxLayout& column)
 void SettingsView::addRates(QVBoxLayout& column)
 {
     bindFrame(rateBox_, form_.SSFrame1, bindings_, "BQ");
+    rateBox_.setToolTip(QStringLiteral("More of it is better sound in larger files"));
     auto grid = std::make_unique<QGridLayout>();
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setVerticalSpacing(0);

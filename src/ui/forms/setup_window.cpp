@@ -47,7 +47,7 @@ public:
         const QSize wanted = settings->sizeHint().expandedTo(toWav->sizeHint());
         tabs_.setDocumentMode(true);
         tabs_.addTab(scrolling(*settings.release()).release(), QStringLiteral("Settings"));
-        tabs_.addTab(scrolling(*toWav.release()).release(), QStringLiteral("MP3 to WAV"));
+        tabs_.addTab(scrolling(*toWav.release()).release(), qtText(form.SSFrame7.caption));
         auto column = std::make_unique<QVBoxLayout>();
         column->setContentsMargins(0, 6, 0, 12);
         column->addWidget(&tabs_, 1);

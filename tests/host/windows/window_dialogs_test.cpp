@@ -105,7 +105,7 @@ TEST_F(Boxes, fileIsChosenAmongProgramsAsWell)
                                          .pattern = L"*.exe",
                                          .fileName = {}};
     const auto choose = [&](const QString& name) {
-        QTimer::singleShot(0, [&, name] {
+        QTimer::singleShot(0, [&] {
             QFileDialog* box = nullptr;
             ASSERT_TRUE(QTest::qWaitFor([&box] {
                 box = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());

@@ -189,7 +189,7 @@ TEST_F(SetupView, ripModeIsToldOfEachChoice)
 TEST_F(SetupView, rowsOfMp3FilesMoveByKeyboardMouseAndDragging)
 {
     form.tab = state::toWavTab;
-    EXPECT_EQ(tabs().tabText(tabs().currentIndex()), "MP3 to WAV");
+    EXPECT_EQ(tabs().tabText(tabs().currentIndex()), "MP3 to WAV Utility");
     form.List5.append({L"a.mp3" + std::wstring(150, L' ') + L"C:\\Music", L"b.mp3" + std::wstring(150, L' ') + L"C:"});
     form.List6.append({L"c.mp3" + std::wstring(150, L' ') + L"C:\\Music"});
     auto& files = named<QListView>("MP3 files in the folder");
