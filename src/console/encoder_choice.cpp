@@ -10,7 +10,6 @@
 
 #include <fmt/format.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -34,26 +33,20 @@ bool isProgram(const fs::path& path)
 }
 
 /// The host path of a program that the user named; a bare name is looked for as the shell does.
-base::Result<std::string> findAsked(const std::string& asked)
+base::Result<std::string> findAsked(const std::string& asked, RunHost& host)
 {
-    if (asked.find('/') != std::string::npos) {
-        std::error_code error;
-        const fs::path path = fs::absolute(asked, error);
-        if (error || !fs::exists(path, error))
-            return Failure{Failure::Kind::notFound, "--encoder", asked + ": there is no such file"};
-        if (!isProgram(path))
-            return Failure{Failure::Kind::invalid, "--encoder", asked + ": this is no program that you may run"};
-        return path.string();
+    if (asked.find('/') == std::string::npos) {
+        auto found = host.findProgram(asked);
+        return found ? found
+                     : Failure{Failure::Kind::notFound, "--encoder", asked + ": no program of this name is on PATH"};
     }
-    const char* variable = std::getenv("PATH");
-    for (std::string_view rest = variable ? variable : ""; !rest.empty();) {
-        const std::size_t end = std::min(rest.find(':'), rest.size());
-        const fs::path path = fs::path(rest.substr(0, end)) / asked;
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-        if (path.is_absolute() && isProgram(path))
-            return path.string();
-    }
-    return Failure{Failure::Kind::notFound, "--encoder", asked + ": no program of this name is on PATH"};
+    std::error_code error;
+    const fs::path path = fs::absolute(asked, error);
+    if (error || !fs::exists(path, error))
+        return Failure{Failure::Kind::notFound, "--encoder", asked + ": there is no such file"};
+    if (!isProgram(path))
+        return Failure{Failure::Kind::invalid, "--encoder", asked + ": this is no program that you may run"};
+    return path.string();
 }
 
 /// The name under which a program is linked: its own, with what could part a command text or a path taken out.
@@ -128,9 +121,9 @@ base::Status isInstalled(Format format, const platform::MachinePrograms& program
                                ogg ? "vorbis-tools" : "lame")};
 }
 
-bool isMachinesOggenc(const std::string& program)
+bool isMachinesOggenc(const std::string& program, RunHost& host)
 {
-    const base::Result<std::string> machines = findAsked("oggenc");
+    const base::Result<std::string> machines = host.findProgram("oggenc");
     std::error_code error;
     return machines && fs::equivalent(program, *machines, error) && !error;
 }
@@ -145,7 +138,7 @@ base::Result<EncoderChoice> chooseEncoder(Format format, const std::optional<std
         return choice;
     std::string name = format == Format::ogg ? "oggenc" : "lame";
     if (asked) {
-        const base::Result<std::string> found = findAsked(*asked);
+        const base::Result<std::string> found = findAsked(*asked, host);
         if (!found)
             return found.failure();
         name = *found;
@@ -160,7 +153,7 @@ base::Result<EncoderChoice> chooseEncoder(Format format, const std::optional<std
                            *found + ": this encoder has a window of its own and takes no files from others"};
         choice.remark = remarkOnFolder(*found, linked);
         // The machine's own oggenc has to be called by way of the adapter that is there for it.
-        if (format != Format::ogg || !host.programs().oggenc || !isMachinesOggenc(*found)) {
+        if (format != Format::ogg || !host.programs().oggenc || !isMachinesOggenc(*found, host)) {
             const base::Result<std::wstring> path = host.linkEncoder(*found, linked);
             if (!path)
                 return path.failure();

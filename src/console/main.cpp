@@ -1,4 +1,5 @@
 #include "console/run.h"
+#include "host/posix/program_search.h"
 #include "host/real/real_host.h"
 #include "host/system/music_folder.h"
 #include "host/system/places.h"
@@ -52,6 +53,14 @@ public:
     }
 
     platform::MachinePrograms programs() override { return real_.programs(); }
+    base::Result<std::string> findProgram(const std::string& name) override
+    {
+        std::vector<std::string> found = host::programsOnPath(name, host::searchPath());
+        if (found.empty())
+            return base::Failure{base::Failure::Kind::notFound, name, "no program of this name is on PATH"};
+        return std::move(found.front());
+    }
+
     base::Result<std::wstring> linkEncoder(const std::string& program, const std::string& name) override
     {
         const base::Result<std::string> link = real_.linkEncoder(program, name);

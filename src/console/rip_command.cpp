@@ -68,17 +68,19 @@ base::Status prepareProgramFolder(platform::Platform& platform, const state::Rip
     return platform.files.writeWhole(state::inFolder(programFolder, disc::handoverName), handOver);
 }
 
-/// A folder name with a double quote, say, would not come back from the settings file as it went in.
-std::string whatCameBackWrong(const state::RipSettings& wanted, const state::RipSettings& taken,
-                              platform::FileSystem& files)
+/// Whether the program has taken what it was given: a folder name with a double quote, say, would not come back from
+/// the settings file as it went in.
+base::Status cameBackRight(const state::RipSettings& wanted, const state::RipSettings& taken,
+                           platform::FileSystem& files)
 {
+    using base::Failure;
     constexpr std::size_t driveRoot = 3;
     if (wanted.outputFolder != taken.outputFolder && wanted.outputFolder.size() != driveRoot)
-        return files.hostPath(wanted.outputFolder) +
-               ": files cannot be written to a folder of this name; choose one of UTF-8 letters, without double "
-               "quotes, line ends and blanks at its ends";
+        return Failure{Failure::Kind::invalid, files.hostPath(wanted.outputFolder),
+                       "files cannot be written to a folder of this name; choose one of UTF-8 letters, without double "
+                       "quotes, line ends and blanks at its ends"};
     if (base::trim(wanted.encoderCmdLine) != base::trim(taken.encoderCmdLine))
-        return "--encoder-options: double quotes and line ends cannot be handed on";
+        return Failure{Failure::Kind::invalid, "--encoder-options", "double quotes and line ends cannot be handed on"};
     return {};
 }
 
@@ -111,120 +113,217 @@ base::Result<state::RipSettings> chooseSettings(Screen& screen, const RipOptions
     return settings;
 }
 
+/// One `tonquay rip`, from its options to its exit status. A step that fails says why; the ones behind it are left out.
+class RipCommand {
+public:
+    RipCommand(Screen& screen, const RipOptions& options, RunHost& host, const platform::DriveDescription& drive,
+               const platform::DiscTable& table)
+        : screen_(screen),
+          options_(options),
+          host_(host),
+          drive_(drive),
+          table_(table)
+    {}
+
+    ExitStatus run();
+
+private:
+    base::Status readOptions();
+    base::Status openHost();
+    RunListener listener();
+    void noteStep(std::string_view area, std::string_view text);
+    void interrupted();
+    base::Status prepareFolder();
+    base::Status startProgram();
+    bool methodIsThere() const;
+    void planRun();
+    std::vector<std::string> problems() const;
+    ExitStatus carryOut();
+
+    Screen& screen_;
+    const RipOptions& options_;
+    RunHost& host_;
+    const platform::DriveDescription& drive_;
+    const platform::DiscTable& table_;
+
+    std::vector<std::size_t> rows_; ///< places in the table, from 0
+    std::optional<TrackPart> part_;
+    platform::DiscTable named_; ///< the disc with the names of the command line
+    Format format_ = Format::mp3;
+    state::RipSettings settings_;
+    std::optional<platform::Platform> platform_;
+    std::unique_ptr<RunProcesses> processes_;
+    std::unique_ptr<app::Program> program_;
+    RipPlan plan_;
+    std::unique_ptr<RipSession> session_;
+};
+
+ExitStatus RipCommand::run()
+{
+    for (const auto step :
+         {&RipCommand::readOptions, &RipCommand::openHost, &RipCommand::prepareFolder, &RipCommand::startProgram})
+        if (const base::Status done = (this->*step)(); !done)
+            return refuse(screen_, base::describe(done.failure()));
+    if (!methodIsThere()) {
+        screen_.complain("tonquay: the disc cannot be read by this --method; leave it out, and clean the disc");
+        return ExitStatus::noDisc;
+    }
+    planRun();
+    const std::vector<std::string> found = problems();
+    for (const std::string& problem : found)
+        refuse(screen_, problem);
+    return found.empty() ? carryOut() : ExitStatus::usage;
+}
+
+base::Status RipCommand::readOptions()
+{
+    auto rows = options_.tracks ? options_.tracks->on(table_.tracks) : allAudioTracks(table_.tracks);
+    if (!rows)
+        return rows.failure();
+    rows_ = std::move(*rows);
+    auto part = partOf(options_, rows_, table_.tracks);
+    if (!part)
+        return part.failure();
+    part_ = *part;
+    auto names = withGivenNames(table_, options_.given);
+    if (!names)
+        return names.failure();
+    named_ = table_;
+    named_.names = std::move(*names);
+    return {};
+}
+
+base::Status RipCommand::openHost()
+{
+    auto opened = host_.open(listener());
+    if (!opened)
+        return opened.failure();
+    platform_.emplace(*opened);
+    return {};
+}
+
+RunListener RipCommand::listener()
+{
+    return {.say = [this](const std::string& line) { screen_.complain("tonquay: " + shownBytes(line)); },
+            .diagnose =
+                [this, logic = std::this_thread::get_id()](std::string_view area, std::string_view text) {
+                    if (options_.verbose)
+                        screen_.complain(shownBytes(std::string(area) + ": " + std::string(text)));
+                    // Steps that are passed over speak on the logic's thread.
+                    if (std::this_thread::get_id() == logic)
+                        noteStep(area, text);
+                },
+            .interrupt = [this] { interrupted(); },
+            .decodeEnd =
+                [this](const platform::DecodeReport& report) {
+                    if (session_)
+                        session_->decodeEnded(report);
+                }};
+}
+
+/// What the verdict on the track in hand is to tell.
+void RipCommand::noteStep(std::string_view area, std::string_view text)
+{
+    const std::string lead = std::string(engine::extractionStep) + ": ";
+    if (!session_)
+        return;
+    if (text.starts_with(lead))
+        session_->noteProblem(std::string(text.substr(lead.size())));
+    else if (area == platform::AcdControl::refusedArea)
+        session_->noteProblem(std::string(text));
+}
+
+void RipCommand::interrupted()
+{
+    if (session_) {
+        session_->interrupt();
+        return;
+    }
+    screen_.complain("tonquay: broken off before the first track");
+    if (!platform_)
+        return;
+    host_.endChildren();
+    platform_->processes.endProgram(static_cast<int>(ExitStatus::incomplete));
+}
+
+base::Status RipCommand::prepareFolder()
+{
+    format_ = formatOf(savedSettings(*platform_, host_), options_);
+    auto settings = chooseSettings(screen_, options_, format_, host_, *platform_);
+    if (!settings)
+        return settings.failure();
+    settings_ = std::move(*settings);
+    settings_.driveLetter = std::wstring(1, drive_.letter);
+
+    const disc::HandOver handOver = disc::makeHandOver(named_, drive_.letter);
+    for (const std::string& change : handOver.changes)
+        platform_->log.line("names", change);
+    return prepareProgramFolder(*platform_, settings_, dataFolder(*platform_, host_), handOver.bytes);
+}
+
+base::Status RipCommand::startProgram()
+{
+    processes_ = std::make_unique<RunProcesses>(platform_->processes, [this] {
+        if (session_)
+            session_->breakOff("the program was ended");
+    });
+    const platform::Platform& p = *platform_;
+    program_ = std::make_unique<app::Program>(platform::Platform{p.files, *processes_, p.loop, p.clock, p.dialogs,
+                                                                 p.engine, p.acd, p.settings, p.system, p.help, p.log});
+    program_->start(programFolder);
+    return cameBackRight(settings_, program_->state().settings, p.files);
+}
+
+/// False when start-up has switched to the audio engine, since the drive could not be read otherwise.
+bool RipCommand::methodIsThere() const
+{
+    return options_.method == Method::digital2 || program_->state().path.ripEngineMode == 1;
+}
+
+void RipCommand::planRun()
+{
+    state::AppState& state = program_->state();
+    plan_ = makePlan(format_, rows_, named_, state.disc, state.settings, platform_->files);
+    if (part_) {
+        plan_.tracks.front().soundBytes = part_->bytes;
+        want(*part_, plan_.tracks.front().row, state.partial);
+    }
+    if (plan_.oneByOne) {
+        platform_->log.line("schedule", "This disc and encoder are encoded track by track");
+        state.settings.encodeSingle = 1;
+        state.settings.turboMode = 0;
+    }
+}
+
+std::vector<std::string> RipCommand::problems() const
+{
+    std::vector<std::string> found = sourceProblems(plan_, drive_.image ? drive_.hostPath : std::string());
+    return found.empty() ? problemsOf(plan_, platform_->files) : found;
+}
+
+ExitStatus RipCommand::carryOut()
+{
+    if (const auto remark = genreRemark(program_->state().disc.discGenre); remark && format_ == Format::mp3)
+        screen_.complain("tonquay: " + *remark);
+    const std::unique_ptr<RipView> view = makeRipView(viewKind(options_, screen_), screen_);
+    ProgramOutput encoderOutput(screen_, host_.programOutput());
+    const auto showing = options_.verbose ? platform_->loop.every(std::chrono::milliseconds{200},
+                                                                  [&encoderOutput] { encoderOutput.showNew(); })
+                                          : nullptr;
+    session_ = std::make_unique<RipSession>(*program_, *platform_, *processes_, host_, *view, plan_);
+    const RunEnd end = session_->run();
+    session_.reset();
+    if (options_.verbose)
+        encoderOutput.showNew();
+    return end.broken == 0 && end.left == 0 ? ExitStatus::good : ExitStatus::incomplete;
+}
+
 }
 
 ExitStatus rip(Screen& screen, const RipOptions& options, RunHost& host, const platform::DriveDescription& drive,
                const platform::DiscTable& table)
 {
-    const std::string imagePath = drive.image ? drive.hostPath : std::string();
-    const auto rows = options.tracks ? options.tracks->on(table.tracks) : allAudioTracks(table.tracks);
-    if (!rows)
-        return refuse(screen, base::describe(rows.failure()));
-    const auto part = partOf(options, *rows, table.tracks);
-    if (!part)
-        return refuse(screen, base::describe(part.failure()));
-    auto names = withGivenNames(table, options.given);
-    if (!names)
-        return refuse(screen, base::describe(names.failure()));
-
-    std::unique_ptr<RipSession> session;
-    RunListener listener;
-    listener.say = [&screen](const std::string& line) { screen.complain("tonquay: " + shownBytes(line)); };
-    listener.diagnose = [&screen, &session, verbose = options.verbose,
-                         logic = std::this_thread::get_id()](std::string_view area, std::string_view text) {
-        if (verbose)
-            screen.complain(shownBytes(std::string(area) + ": " + std::string(text)));
-        // Steps that are passed over speak on the logic's thread.
-        const std::string lead = std::string(engine::extractionStep) + ": ";
-        if (!session || std::this_thread::get_id() != logic)
-            return;
-        if (text.starts_with(lead))
-            session->noteProblem(std::string(text.substr(lead.size())));
-        else if (area == platform::AcdControl::refusedArea)
-            session->noteProblem(std::string(text));
-    };
-    platform::Processes* ending = nullptr;
-    listener.interrupt = [&screen, &session, &ending, &host] {
-        if (session) {
-            session->interrupt();
-            return;
-        }
-        screen.complain("tonquay: broken off before the first track");
-        if (ending == nullptr)
-            return;
-        host.endChildren();
-        ending->endProgram(static_cast<int>(ExitStatus::incomplete));
-    };
-    listener.decodeEnd = [&session](const platform::DecodeReport& report) {
-        if (session)
-            session->decodeEnded(report);
-    };
-    auto opened = host.open(listener);
-    if (!opened)
-        return refuse(screen, base::describe(opened.failure()));
-    platform::Platform platform = *opened;
-    ending = &platform.processes;
-
-    const Format format = formatOf(savedSettings(platform, host), options);
-    auto settings = chooseSettings(screen, options, format, host, platform);
-    if (!settings)
-        return refuse(screen, base::describe(settings.failure()));
-    settings->driveLetter = std::wstring(1, drive.letter);
-
-    platform::DiscTable named = table;
-    named.names = std::move(*names);
-    const disc::HandOver handOver = disc::makeHandOver(named, drive.letter);
-    for (const std::string& change : handOver.changes)
-        platform.log.line("names", change);
-    if (const auto prepared = prepareProgramFolder(platform, *settings, dataFolder(platform, host), handOver.bytes);
-        !prepared)
-        return refuse(screen, base::describe(prepared.failure()));
-
-    RunProcesses processes(platform.processes, [&session] {
-        if (session)
-            session->breakOff("the program was ended");
-    });
-    app::Program program({platform.files, processes, platform.loop, platform.clock, platform.dialogs, platform.engine,
-                          platform.acd, platform.settings, platform.system, platform.help, platform.log});
-    program.start(programFolder);
-    if (const auto wrong = whatCameBackWrong(*settings, program.state().settings, platform.files); !wrong.empty())
-        return refuse(screen, wrong);
-    if (options.method != Method::digital2 && program.state().path.ripEngineMode != 1) {
-        screen.complain("tonquay: the disc cannot be read by this --method; leave it out, and clean the disc");
-        return ExitStatus::noDisc;
-    }
-    RipPlan plan = makePlan(format, *rows, named, program.state().disc, program.state().settings, platform.files);
-    if (*part) {
-        plan.tracks.front().soundBytes = (*part)->bytes;
-        want(**part, plan.tracks.front().row, program.state().partial);
-    }
-    if (plan.oneByOne) {
-        platform.log.line("schedule", "This disc and encoder are encoded track by track");
-        program.state().settings.encodeSingle = 1;
-        program.state().settings.turboMode = 0;
-    }
-    std::vector<std::string> problems = sourceProblems(plan, imagePath);
-    if (problems.empty())
-        problems = problemsOf(plan, platform.files);
-    if (!problems.empty()) {
-        for (const std::string& problem : problems)
-            refuse(screen, problem);
-        return ExitStatus::usage;
-    }
-
-    if (const auto remark = genreRemark(program.state().disc.discGenre); remark && format == Format::mp3)
-        screen.complain("tonquay: " + *remark);
-    const std::unique_ptr<RipView> view = makeRipView(viewKind(options, screen), screen);
-    ProgramOutput encoderOutput(screen, host.programOutput());
-    const auto showing = options.verbose ? platform.loop.every(std::chrono::milliseconds{200},
-                                                               [&encoderOutput] { encoderOutput.showNew(); })
-                                         : nullptr;
-    session = std::make_unique<RipSession>(program, platform, processes, host, *view, std::move(plan));
-    const RunEnd end = session->run();
-    session.reset();
-    if (options.verbose)
-        encoderOutput.showNew();
-    return end.broken == 0 && end.left == 0 ? ExitStatus::good : ExitStatus::incomplete;
+    return RipCommand(screen, options, host, drive, table).run();
 }
 
 }

@@ -32,6 +32,9 @@ public:
     /// Which of those programs there are. After open().
     virtual platform::MachinePrograms programs() = 0;
 
+    /// Host path of the first program of that bare name where the machine looks for programs. Fails without one.
+    virtual base::Result<std::string> findProgram(const std::string& name) = 0;
+
     /// Puts a link to a program of the user's into the run's program folder, under `name`, and answers its path there
     /// in the program's form. After open().
     virtual base::Result<std::wstring> linkEncoder(const std::string& program, const std::string& name) = 0;

@@ -183,6 +183,11 @@ ExitStatus toWav(Screen& screen, const ToWavOptions& options, RunHost& host)
     }
     platform::Platform platform = *opened;
     ending = &platform.processes;
+    if (const platform::MachinePrograms programs = host.programs();
+        !programs.lame && programs.lame.failure().kind == base::Failure::Kind::notFound) {
+        screen.complain("tonquay: lame: it decodes MP3 files, and is not on PATH; install the package lame");
+        return ExitStatus::usage;
+    }
     const auto decoder = chooseEncoder(Format::mp3, std::nullopt, host, platform);
     if (!decoder) {
         screen.complain("tonquay: " + shownBytes(base::describe(decoder.failure())));

@@ -18,12 +18,12 @@
 namespace tonquay::ui {
 
 FolderView::FolderView(controls::DriveList& drive, controls::FolderTree& tree, platform::FileSystem& files,
-                       platform::Dialogs& dialogs, NewFolders newFolders)
+                       platform::Dialogs& dialogs, Purpose purpose)
     : drive_(drive),
       tree_(tree),
       files_(files),
       dialogs_(dialogs),
-      newFolders_(newFolders)
+      purpose_(purpose)
 {
     auto column = std::make_unique<QVBoxLayout>();
     column->setContentsMargins(0, 0, 0, 0);
@@ -45,8 +45,8 @@ void FolderView::addPathRow(QVBoxLayout& column)
 
     places_.setIcon(icon(QStringLiteral("home")));
     places_.setAccessibleName(QStringLiteral("Places"));
-    places_.setToolTip(newFolders_ == NewFolders::yes ? QStringLiteral("Usual places, and a new folder")
-                                                      : QStringLiteral("Usual places"));
+    places_.setToolTip(purpose_ == Purpose::kept ? QStringLiteral("Usual places, and a new folder")
+                                                 : QStringLiteral("Usual places"));
     places_.setPopupMode(QToolButton::InstantPopup);
     auto menu = std::make_unique<QMenu>(&places_);
     connect(menu.get(), &QMenu::aboutToShow, this, [this] { fillPlaces(); });
@@ -97,7 +97,7 @@ void FolderView::fillPlaces()
         drive_.drive = L"C:";
         drive_.change();
     });
-    if (newFolders_ == NewFolders::no)
+    if (purpose_ == Purpose::looked)
         return;
     places_.menu()->addSeparator();
     places_.menu()->addAction(QStringLiteral("New folder..."), this, [this] { makeFolder(); });
@@ -147,18 +147,35 @@ void FolderView::showEvent(QShowEvent* event)
 
 void FolderView::open(const QString& path)
 {
-    tree_.open(typedPath(files_, path));
+    if (!refused(path))
+        tree_.open(typedPath(files_, path));
+}
+
+bool FolderView::refused(const QString& path)
+{
+    if (purpose_ == Purpose::looked || !path.contains('"'))
+        return false;
+    takeOver();
+    tell(QStringLiteral("A folder with a double quote in its path cannot be kept in the settings"));
+    return true;
+}
+
+void FolderView::tell(const QString& text)
+{
+    QToolTip::showText(path_.mapToGlobal(QPoint(0, path_.height())), text, &path_);
 }
 
 void FolderView::openTyped()
 {
+    if (refused(path_.text()))
+        return;
     const std::wstring path = typedPath(files_, path_.text());
     if (files_.folderExists(path)) {
         tree_.open(path);
         takeOver();
         return;
     }
-    QToolTip::showText(path_.mapToGlobal(QPoint(0, path_.height())), QStringLiteral("There is no such folder"), &path_);
+    tell(QStringLiteral("There is no such folder"));
     path_.selectAll();
 }
 
@@ -169,6 +186,8 @@ void FolderView::makeFolder()
     if (!name || name->empty())
         return;
     const QString path = shownPath(files_, above) + '/' + QString::fromStdWString(*name).replace('/', '-');
+    if (refused(path))
+        return;
     const std::wstring folder = typedPath(files_, path);
     if (const base::Status made = files_.createFolder(folder); !made) {
         dialogs_.messageBox(L"CD-Tonquay", L"The folder could not be made: " + base::fromHostBytes(made.failure().text),

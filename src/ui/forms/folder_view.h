@@ -18,10 +18,12 @@ namespace tonquay::ui {
 /// click, the arrow keys and Enter open a folder.
 class FolderView final : public QWidget {
 public:
-    enum class NewFolders { no, yes };
+    /// A folder that is kept in the settings may be made here, and its path has no double quotes. One that is looked
+    /// into may be any.
+    enum class Purpose { looked, kept };
 
     FolderView(controls::DriveList& drive, controls::FolderTree& tree, platform::FileSystem& files,
-               platform::Dialogs& dialogs, NewFolders newFolders);
+               platform::Dialogs& dialogs, Purpose purpose);
 
     /// What a label's letter leads to.
     QWidget& pathField() { return path_; }
@@ -39,13 +41,15 @@ private:
     void showCurrent();
     void open(const QString& path);
     void openTyped();
+    bool refused(const QString& path);
+    void tell(const QString& text);
     void makeFolder();
 
     controls::DriveList& drive_;
     controls::FolderTree& tree_;
     platform::FileSystem& files_;
     platform::Dialogs& dialogs_;
-    NewFolders newFolders_;
+    Purpose purpose_;
     QLineEdit path_;
     QToolButton places_;
     QFileSystemModel folders_;

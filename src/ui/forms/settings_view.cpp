@@ -63,7 +63,7 @@ SettingsView::SettingsView(state::CdriptabControls& form, platform::FileSystem& 
     : form_(form),
       files_(files),
       drives_(form.List2),
-      folder_(form.Drive1, form.dir1, files, dialogs, FolderView::NewFolders::yes),
+      folder_(form.Drive1, form.dir1, files, dialogs, FolderView::Purpose::kept),
       names_(form.Option1, bindings_),
       channels_(form.Option2, bindings_),
       rates_(form.Option3, bindings_),

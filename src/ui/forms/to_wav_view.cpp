@@ -30,7 +30,7 @@ QString decoderText(platform::FileSystem& files, const std::wstring& caption)
 
 ToWavView::ToWavView(state::CdriptabControls& form, platform::FileSystem& files, platform::Dialogs& dialogs)
     : form_(form),
-      folder_(form.Drive3, form.dir3, files, dialogs, FolderView::NewFolders::no),
+      folder_(form.Drive3, form.dir3, files, dialogs, FolderView::Purpose::looked),
       files_(form.List5, Mp3Rows::Role::folder, form.converting, files),
       queue_(form.List6, Mp3Rows::Role::queue, form.converting, files)
 {

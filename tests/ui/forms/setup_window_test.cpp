@@ -164,7 +164,10 @@ TEST_F(SetupView, folderIsTypedOrTakenFromTheTree)
     ASSERT_EQ(path.accessibleName(), "Folder");
     path.setText(folder.path() + "/nowhere");
     QTest::keyClick(&path, Qt::Key_Return);
-    EXPECT_THAT(events, ElementsAre()) << "there is no such folder";
+    path.setText(folder.path() + "/a \"b\"");
+    host.files.putFolder(host.files.programPath(path.text().toStdString()));
+    QTest::keyClick(&path, Qt::Key_Return);
+    EXPECT_THAT(events, ElementsAre()) << "there is no such folder, and one that cannot be kept";
     path.setText(folder.path() + "/Music");
     QTest::keyClick(&path, Qt::Key_Return);
     EXPECT_EQ(form.dir1.path.get(), music);
