@@ -74,11 +74,20 @@ private:
             group_.setExclusive(on);
             view.setChecked(on);
             group_.setExclusive(true);
+            leadTab();
         };
         showValue(option.value());
         bindings.keep(option.follow(showValue));
         QObject::connect(&view, &QRadioButton::clicked, &view,
                          [&options, index] { options.choose(static_cast<std::int32_t>(index)); });
+    }
+
+    /// The Tab key stops at the one that is on; without one, at any.
+    void leadTab()
+    {
+        const QAbstractButton* on = group_.checkedButton();
+        for (QRadioButton& view : views_)
+            view.setFocusPolicy(on == nullptr || on == &view ? Qt::StrongFocus : Qt::ClickFocus);
     }
 
     QButtonGroup group_;

@@ -31,6 +31,8 @@ std::unique_ptr<QScrollArea> scrolling(QWidget& page)
     auto area = std::make_unique<QScrollArea>();
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
+    // The keyboard goes to what is on the page.
+    area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(&page);
     return area;
 }

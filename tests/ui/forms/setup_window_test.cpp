@@ -237,6 +237,25 @@ TEST_F(SetupView, keysAndClosing)
     EXPECT_FALSE(dialog().isVisible());
 }
 
+TEST_F(SetupView, tabKeyGoesFromTheDriveDownToTheKeys)
+{
+    tabs().setFocus();
+    QStringList places;
+    for (int stop = 0; stop < 40 && !places.contains(QStringLiteral("Cancel")); ++stop) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        const QWidget& widget = *QApplication::focusWidget();
+        places.append(widget.accessibleName().isEmpty() ? widget.property("text").toString().remove('&')
+                                                        : widget.accessibleName());
+    }
+    EXPECT_FALSE(places.contains(QString())) << "a stop at nothing";
+    QStringList wanted{"CD drives",  "Folder",          "MP3", "Encoder", "Track number", "Rip mode", "32,000 bps",
+                       "Advanced >", "Encode as Batch", "OK",  "Cancel"};
+    for (const QString& place : places)
+        if (!wanted.isEmpty() && place == wanted.front())
+            wanted.removeFirst();
+    EXPECT_TRUE(wanted.isEmpty()) << wanted.join(", ").toStdString() << " in " << places.join(", ").toStdString();
+}
+
 TEST_F(SetupView, everythingHasANameForThoseWhoCannotSeeIt)
 {
     for (const state::SetupTab tab : {state::settingsTab, state::toWavTab}) {
