@@ -1,34 +1,15 @@
 #include "console/decoded_verdict.h"
 
 #include "console/judged_file.h"
+#include "console/wav_header.h"
 
 #include <fmt/format.h>
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
-#include <cstring>
-#include <span>
 
 namespace tonquay::console {
 
 namespace {
-
-constexpr std::int64_t headerBytes = 44;
-using Header = std::array<std::byte, headerBytes>;
-
-std::uint32_t littleEndian(const Header& header, std::size_t offset, std::size_t bytes)
-{
-    std::uint32_t value = 0;
-    for (std::size_t i = bytes; i > 0; --i)
-        value = value << 8 | std::to_integer<std::uint32_t>(header[offset + i - 1]);
-    return value;
-}
-
-bool has(const Header& header, std::size_t offset, const char (&mark)[5])
-{
-    return std::memcmp(&header[offset], mark, 4) == 0;
-}
 
 /// Of 16-bit PCM; 0 channels for anything else.
 struct WavSound {
@@ -37,12 +18,12 @@ struct WavSound {
     std::int64_t bytes = 0;
 };
 
-WavSound soundOf(const Header& h)
+WavSound soundOf(const WavHeader& h)
 {
-    const bool canonical = has(h, 0, "RIFF") && has(h, 8, "WAVE") && has(h, 12, "fmt ") && has(h, 36, "data");
-    if (!canonical || littleEndian(h, 20, 2) != 1 || littleEndian(h, 34, 2) != 16)
+    const bool canonical = h.has(0, "RIFF") && h.has(8, "WAVE") && h.has(12, "fmt ") && h.has(36, "data");
+    if (!canonical || h.number(20, 2) != 1 || h.number(34, 2) != 16)
         return {};
-    return {littleEndian(h, 22, 2), littleEndian(h, 24, 4), littleEndian(h, 40, 4)};
+    return {h.number(22, 2), h.number(24, 4), h.number(WavHeader::dataSizeOffset, 4)};
 }
 
 /// How many samples of a channel a decoder may leave out.
@@ -67,15 +48,15 @@ std::string problemOf(const JudgedFile& file, const DecodedExpectation& expected
         return file.problem();
     if (file.changed() < expected.runBegan)
         return "the file is an older one; nothing was written";
-    Header header{};
-    if (!file.readAt(0, header))
+    WavHeader header;
+    if (!file.readAt(0, header.bytes))
         return "the file ends before its header does";
     const WavSound sound = soundOf(header);
     if (sound.channels == 0 || sound.sampleRateHz == 0)
         return "it is no WAV file of 16-bit sound";
-    if (sound.bytes != file.length() - headerBytes)
-        return fmt::format("its header tells of {} bytes of sound, it has {}", sound.bytes,
-                           file.length() - headerBytes);
+    const std::int64_t bytes = file.length() - static_cast<std::int64_t>(WavHeader::size);
+    if (sound.bytes != bytes)
+        return fmt::format("its header tells of {} bytes of sound, it has {}", sound.bytes, bytes);
     if (sound.sampleRateHz != static_cast<std::uint32_t>(stream.sampleRateHz) ||
         sound.channels != static_cast<std::uint32_t>(stream.channels))
         return fmt::format("its sound is of {} Hz and {} channels, the MP3 file's of {} Hz and {}", sound.sampleRateHz,

@@ -1,28 +1,17 @@
 #include "console/wav_verdict.h"
 
 #include "console/judged_file.h"
+#include "console/wav_header.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <string_view>
 
 namespace tonquay::console {
 
 namespace {
-
-constexpr std::size_t headerBytes = 44;
-using Header = std::array<std::byte, headerBytes>;
-
-std::uint32_t littleEndian(const Header& header, std::size_t offset, std::size_t bytes)
-{
-    std::uint32_t value = 0;
-    for (std::size_t i = bytes; i > 0; --i)
-        value = value << 8 | std::to_integer<std::uint32_t>(header[offset + i - 1]);
-    return value;
-}
 
 struct Mark {
     std::size_t offset;
@@ -46,20 +35,19 @@ constexpr std::array fields{
 };
 
 constexpr std::size_t riffSizeOffset = 4;
-constexpr std::size_t dataSizeOffset = 40;
 
-std::string headerProblem(const Header& header, std::int64_t sampleBytes)
+std::string headerProblem(const WavHeader& header, std::int64_t sampleBytes)
 {
     for (const Mark& mark : marks)
-        if (std::memcmp(&header[mark.offset], mark.text.data(), mark.text.size()) != 0)
+        if (!header.has(mark.offset, mark.text))
             return fmt::format("its header has no \"{}\" at byte {}", mark.text, mark.offset);
     for (const Field& field : fields) {
-        const std::uint32_t value = littleEndian(header, field.offset, field.bytes);
+        const std::uint32_t value = header.number(field.offset, field.bytes);
         if (value != field.value)
             return fmt::format("the {} in its header is {} instead of {}", field.name, value, field.value);
     }
-    const std::int64_t dataSize = littleEndian(header, dataSizeOffset, 4);
-    const std::int64_t riffSize = littleEndian(header, riffSizeOffset, 4);
+    const std::int64_t dataSize = header.number(WavHeader::dataSizeOffset, 4);
+    const std::int64_t riffSize = header.number(riffSizeOffset, 4);
     if (dataSize == 0 && sampleBytes != 0)
         return "its header tells of no samples: the writing was broken off";
     if (dataSize != sampleBytes)
@@ -88,8 +76,8 @@ WavVerdict judgeWav(const std::filesystem::path& path, const WavExpectation& exp
         return broken(
             fmt::format("{} of {} bytes could be read from the disc", expected.bytesRead, expected.sampleBytes));
 
-    Header header{};
-    if (length < std::ssize(header) || !file.readAt(0, header))
+    WavHeader header;
+    if (length < std::ssize(header.bytes) || !file.readAt(0, header.bytes))
         return broken(fmt::format("the file ends in its header, after {} bytes", length));
     const std::string problem = headerProblem(header, expected.sampleBytes);
     if (!problem.empty())
