@@ -9,7 +9,7 @@
 #include "console/screen_text.h"
 #include "platform/file_system.h"
 #include "platform/system_info.h"
-#include "setup/mp3_to_wav.h"
+#include "state/mp3_row.h"
 
 #include <fmt/format.h>
 
@@ -87,27 +87,28 @@ void Conversion::take(const std::string& named)
 
 std::string Conversion::problemOf(const fs::path& path, QueuedFile& file)
 {
-    const std::string name = path.filename().string();
-    if (!base::upper(base::fromHostBytes(name)).ends_with(L".MP3"))
+    std::error_code error;
+    if (!fs::exists(path, error))
+        return "there is no such file";
+    const std::wstring programPath = files_.programPath(path.string());
+    if (!base::upper(programPath).ends_with(L".MP3"))
         return "its name does not end in .mp3";
     if (const JudgedFile there(path.string()); !there.problem().empty())
-        return there.problem() == "the file was not made" ? "there is no such file" : there.problem();
+        return there.problem();
     const base::Result<platform::FileTags> tags = host_.readTags(path.string());
     if (!tags)
         return tags.failure().text;
     if (tags->kind != platform::FileTags::Kind::mp3)
         return "no MP3 sound was found in it";
 
-    const std::wstring folder = files_.programPath(path.parent_path().string());
-    const setup::Mp3Row row{base::fromHostBytes(name), folder};
+    const std::size_t slash = programPath.rfind(L'\\');
+    const state::Mp3Row row{programPath.substr(slash + 1), programPath.substr(0, slash)};
     file.row = row.text();
-    // What the queue would take apart in another way, or call by another name, it cannot carry.
-    const setup::Mp3Row carried = setup::mp3Row(file.row);
-    if (carried.name != row.name || carried.folder != row.folder ||
-        files_.programPath(path.string()).find(row.name) == std::wstring::npos)
+    const state::Mp3Row carried = state::mp3Row(file.row);
+    if (carried.name != row.name || carried.folder != row.folder)
         return "a name or folder with blanks at its ends, or five in a row, cannot be converted; rename it";
     constexpr std::size_t ending = 4;
-    file.wavPath = folder + L"\\" + row.name.substr(0, row.name.size() - ending) + L".wav";
+    file.wavPath = programPath.substr(0, programPath.size() - ending) + L".wav";
     const auto [other, isNew] = wavNames_.emplace(base::upper(file.wavPath), file.named);
     if (!isNew)
         return fmt::format("its WAV file would be that of {} too", other->second);

@@ -9,14 +9,14 @@
 #include "setup/output_folder.h"
 #include "state/settings_text.h"
 
+#include <algorithm>
+#include <vector>
+
 namespace tonquay::setup {
 
 using platform::Dialogs;
 
 namespace {
-
-constexpr std::size_t blanksInRow = 150;
-constexpr std::size_t blanksThatSplit = 5;
 
 bool isMp3(const std::wstring& name)
 {
@@ -24,20 +24,6 @@ bool isMp3(const std::wstring& name)
     return name.size() >= ending && base::upper(name.substr(name.size() - ending)) == L"MP3";
 }
 
-}
-
-std::wstring Mp3Row::text() const
-{
-    return name + std::wstring(blanksInRow, L' ') + folder;
-}
-
-Mp3Row mp3Row(const std::wstring& text)
-{
-    const std::size_t split = text.find(std::wstring(blanksThatSplit, L' '));
-    if (split == std::wstring::npos)
-        return {std::wstring(base::trim(text)), {}};
-    return {std::wstring(base::trim(std::wstring_view(text).substr(0, split))),
-            std::wstring(base::trim(std::wstring_view(text).substr(split)))};
 }
 
 Mp3ToWav::Mp3ToWav(state::AppState& state, state::CdriptabControls& form, platform::Platform& platform)
@@ -89,7 +75,7 @@ void Mp3ToWav::listFiles()
     if (passOver(platform_.log, names, "List the MP3 files of a folder"))
         for (const std::wstring& name : *names)
             if (isMp3(name))
-                rows.push_back(Mp3Row{name, folder}.text());
+                rows.push_back(state::Mp3Row{name, folder}.text());
     form_.List5.append(std::move(rows));
     platform_.dialogs.setPointer(Dialogs::Pointer::normal);
 }
@@ -184,7 +170,7 @@ void Mp3ToWav::convert()
     busy_ = true;
     queueClicked();
     for (std::size_t row = 0; row < rows.size(); ++row) {
-        const Mp3Row file = mp3Row(rows[row]);
+        const state::Mp3Row file = state::mp3Row(rows[row]);
         if (file.folder.empty())
             continue;
         form_.converting = static_cast<std::int32_t>(row);
@@ -195,7 +181,7 @@ void Mp3ToWav::convert()
     queueClicked();
 }
 
-void Mp3ToWav::convertRow(const std::wstring& decoder, const Mp3Row& row)
+void Mp3ToWav::convertRow(const std::wstring& decoder, const state::Mp3Row& row)
 {
     constexpr std::size_t ending = 4;
     const std::wstring wavName = row.name.substr(0, row.name.size() - std::min(ending, row.name.size())) + L".wav";

@@ -3,23 +3,11 @@
 #include "platform/platform.h"
 #include "state/app_state.h"
 #include "state/cdriptab_controls.h"
+#include "state/mp3_row.h"
 
 #include <string>
-#include <vector>
 
 namespace tonquay::setup {
-
-/// A file of the queue, or of the list that it is chosen from. A row of both lists is one text, of which only the name
-/// is seen: the name, 150 blanks, the folder.
-struct Mp3Row {
-    std::wstring name;
-    std::wstring folder;
-
-    std::wstring text() const;
-};
-
-/// Splits a row at its first run of five blanks. Without one there is no folder.
-Mp3Row mp3Row(const std::wstring& text);
 
 /// Decodes a queue of MP3 files to WAV files beside them, with LAME as the decoder. The files pass through two fixed
 /// names in a private folder, so that no blank or letter of theirs stands in a command.
@@ -41,7 +29,7 @@ private:
     void showDecoder();
     std::wstring decoder() const;
     void convert();
-    void convertRow(const std::wstring& decoder, const Mp3Row& row);
+    void convertRow(const std::wstring& decoder, const state::Mp3Row& row);
 
     state::AppState& state_;
     state::CdriptabControls& form_;

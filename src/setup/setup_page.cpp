@@ -89,7 +89,7 @@ void SetupPage::accept()
     const std::int16_t modeBefore = state_.path.ripEngineMode;
     saveset(platform_.files, platform_.log, page_, form_, state_);
     if (state_.path.ripEngineMode != modeBefore)
-        restart();
+        return restart();
     const std::int16_t method = state_.settings.ripMethod;
     if (base::isBlank(state_.settings.driveLetter) && method != analogMethod) {
         platform_.dialogs.messageBox(L"CD-Tonquay", L"Please select a CD-ROM/DVD drive above!",

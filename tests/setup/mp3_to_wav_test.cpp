@@ -16,7 +16,7 @@ struct ToWav : Setup {
     {
         std::vector<std::wstring> read(static_cast<std::size_t>(list.rowCount()));
         for (std::size_t row = 0; row < read.size(); ++row)
-            read[row] = mp3Row(list.row(static_cast<std::int32_t>(row))).name;
+            read[row] = state::mp3Row(list.row(static_cast<std::int32_t>(row))).name;
         return read;
     }
 
@@ -46,7 +46,7 @@ TEST_F(ToWav, folderListsItsMp3FilesOnly)
     form.Drive3.change();
     EXPECT_EQ(form.dir3.path.get(), L"C:\\");
     ASSERT_THAT(names(form.List5), ElementsAre(L"root.mp3"));
-    EXPECT_EQ(mp3Row(form.List5.row(0)).folder, L"C:") << "so that names can be joined to it";
+    EXPECT_EQ(state::mp3Row(form.List5.row(0)).folder, L"C:") << "so that names can be joined to it";
     form.dir3.open(L"C:\\nowhere");
     EXPECT_EQ(form.List5.rowCount(), 0);
     EXPECT_EQ(host.dialogs.pointer, platform::Dialogs::Pointer::normal);

@@ -6,6 +6,7 @@
 #include "controls/option_group.h"
 #include "controls/text_box.h"
 #include "ui/forms/bindings.h"
+#include "ui/forms/input.h"
 
 #include <QButtonGroup>
 #include <QRadioButton>
@@ -66,9 +67,7 @@ private:
         bindings.show(option.caption,
                       [&view](const std::wstring& caption) { view.setText(captionText(caption).trimmed()); });
         bindings.show(option.enabled, [&view](const bool& enabled) { view.setEnabled(enabled); });
-        if (!option.visible)
-            view.hide();
-        bindings.keep(option.visible.follow([&view](const bool& visible) { view.setVisible(visible); }));
+        bindVisible(view, option.visible, bindings);
         const auto showValue = [this, &view](const bool& on) {
             // A group that is put back to its design has none on.
             group_.setExclusive(on);

@@ -1,10 +1,11 @@
 #include "ui/forms/mp3_rows.h"
 
+#include "state/mp3_row.h"
 #include "ui/forms/host_paths.h"
+#include "ui/forms/input.h"
 #include "ui/skin/colours.h"
 #include "ui/skin/icons.h"
 
-#include <QApplication>
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -13,17 +14,15 @@ namespace tonquay::ui {
 
 namespace {
 
-/// The name stands in front of the blanks that push the folder out of sight.
 QString nameOf(const QString& row)
 {
-    return row.left(row.indexOf(QString(5, ' '))).trimmed();
+    return qtText(state::mp3Row(row.toStdWString()).name);
 }
 
 QString pathOf(platform::FileSystem& files, const QString& row)
 {
-    const qsizetype blanks = row.indexOf(QString(5, ' '));
-    const QString folder = blanks < 0 ? QString() : row.mid(blanks).trimmed();
-    return shownPath(files, (folder + '\\' + nameOf(row)).toStdWString());
+    const state::Mp3Row file = state::mp3Row(row.toStdWString());
+    return shownPath(files, file.folder + L'\\' + file.name);
 }
 
 }

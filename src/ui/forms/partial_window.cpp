@@ -1,5 +1,6 @@
 #include "ui/forms/partial_window.h"
 
+#include "ui/forms/bound_widgets.h"
 #include "ui/forms/input.h"
 #include "ui/forms/table_view.h"
 
@@ -163,8 +164,7 @@ private:
         auto row = std::make_unique<QHBoxLayout>();
         row->addStretch(1);
         const auto add = [&](controls::Button& button, QPushButton& view) {
-            view.setText(qtText(button.caption));
-            connect(&view, &QPushButton::clicked, this, [&button] { button.press(); });
+            bindButton(view, button, bindings_);
             view.setMinimumWidth(100);
             view.installEventFilter(this);
             row->addWidget(&view);

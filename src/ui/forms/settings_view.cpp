@@ -32,7 +32,7 @@ void fillBox(QGroupBox& box, Widgets&... widgets)
     box.setLayout(column.release());
 }
 
-/// A double click on a caption does something; so does its tool tip's advice on the keyboard, a key beside it.
+/// Hands a double click on a caption on to its control.
 class PressedLabel final : public QObject {
 public:
     PressedLabel(QLabel& view, controls::Label& label) : QObject(&view), label_(label)

@@ -1,5 +1,6 @@
 #include "ui/forms/tagger_window.h"
 
+#include "ui/forms/bound_widgets.h"
 #include "ui/forms/input.h"
 #include "ui/forms/typed_name.h"
 
@@ -137,10 +138,7 @@ private:
 
     void addTick(QVBoxLayout& column, controls::CheckBox& box, QCheckBox& view)
     {
-        view.setText(qtText(box.caption));
-        bindings_.keep(box.follow([&view](const std::int16_t& value) { view.setChecked(value == 1); }));
-        view.setChecked(box.value() == 1);
-        connect(&view, &QCheckBox::toggled, this, [&box](bool on) { box.setValue(on ? 1 : 0); });
+        bindTick(view, box, bindings_);
         column.addWidget(&view);
     }
 
@@ -149,9 +147,7 @@ private:
         auto row = std::make_unique<QHBoxLayout>();
         row->addStretch(1);
         const auto add = [&](controls::Button& button, QPushButton& view) {
-            view.setText(qtText(button.caption));
-            bindings_.show(button.enabled, [&view](const bool& enabled) { view.setEnabled(enabled); });
-            connect(&view, &QPushButton::clicked, this, [&button] { button.press(); });
+            bindButton(view, button, bindings_);
             view.setMinimumWidth(100);
             row->addWidget(&view);
         };
