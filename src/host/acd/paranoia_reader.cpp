@@ -93,7 +93,7 @@ struct Source : cdrom_drive_t {
         const auto sectors = static_cast<int>(got.sectors);
         task.journal.wasRead(first, sectors);
         gone = gone || got.end == Disc::ReadEnd::gone;
-        if (!gone && sectors * Disc::sectorBytes < target.size())
+        if (!gone && got.sectors * Disc::sectorBytes < target.size())
             task.journal.gaveNoData(first + sectors);
         return sectors;
     }

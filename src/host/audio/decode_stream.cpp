@@ -39,9 +39,9 @@ std::int32_t DecodeStream::data(std::span<std::byte> buffer)
     }
 
     if (report_.bytesDelivered == length()) {
-        finish(DecodeReport::End::complete);
+        conclude(DecodeReport::End::complete);
     } else if (filled == 0 && !buffer.empty()) {
-        finish(source_->end() == ReadAhead::End::gone ? DecodeReport::End::gone : DecodeReport::End::unreadable);
+        conclude(source_->end() == ReadAhead::End::gone ? DecodeReport::End::gone : DecodeReport::End::unreadable);
         return -1;
     }
     return static_cast<std::int32_t>(filled);
@@ -56,7 +56,7 @@ Peaks DecodeStream::peaks()
 void DecodeStream::stop()
 {
     if (source_)
-        finish(DecodeReport::End::stopped);
+        conclude(DecodeReport::End::stopped);
 }
 
 /// Needed before the ring may use the block's memory anew.
@@ -66,7 +66,7 @@ void DecodeStream::keepPeaks()
     uncounted_ = {};
 }
 
-void DecodeStream::finish(DecodeReport::End end)
+void DecodeStream::conclude(DecodeReport::End end)
 {
     keepPeaks();
     report_.end = end;

@@ -30,7 +30,7 @@ public:
 
 private:
     void keepPeaks();
-    void finish(platform::DecodeReport::End end);
+    void conclude(platform::DecodeReport::End end);
 
     std::unique_ptr<ReadAhead> source_; ///< null once the stream has ended
     platform::DecodeReport report_;
