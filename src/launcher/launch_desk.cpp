@@ -4,6 +4,7 @@
 #include "disc/handover_file.h"
 #include "disc/handover_writer.h"
 #include "platform/processes.h"
+#include "platform/settings_store.h"
 #include "state/rip_settings_file.h"
 #include "state/settings_text.h"
 #include "state/suite_files.h"
@@ -15,6 +16,15 @@ namespace tonquay::launcher {
 
 using base::Failure;
 using platform::DriveDescription;
+
+namespace {
+
+// The user's settings: which drive was handed over last, and which one the ripper's settings had then.
+constexpr std::wstring_view handedOver = L"Launcher";
+constexpr std::wstring_view driveKey = L"LastDrive";
+constexpr std::wstring_view withSettings = L"SettingsDrive";
+
+}
 
 LaunchDesk::LaunchDesk(platform::Platform platform, Machine machine)
     : platform_(platform),
@@ -55,14 +65,15 @@ base::Result<SeenDisc> LaunchDesk::look(platform::Discs& discs, const DriveDescr
 std::optional<DriveDescription> LaunchDesk::choose(const std::vector<DriveDescription>& drives) const
 {
     const std::wstring saved = savedDriveLetter();
-    const DriveDescription* chosen = nullptr;
-    for (const DriveDescription& drive : drives) {
-        if (!drive.disc)
-            continue;
-        if (chosen == nullptr || (!saved.empty() && base::upper(drive.letter) == base::upper(saved.front())))
-            chosen = &drive;
-    }
-    return chosen == nullptr ? std::nullopt : std::optional(*chosen);
+    std::wstring last;
+    if (platform_.settings.get(handedOver, withSettings, saved) == saved)
+        last = platform_.settings.get(handedOver, driveKey, {});
+    for (const std::wstring& wanted : {last, saved})
+        for (const DriveDescription& drive : drives)
+            if (drive.disc && !wanted.empty() && base::upper(drive.letter) == base::upper(wanted.front()))
+                return drive;
+    const auto first = std::ranges::find_if(drives, &DriveDescription::disc);
+    return first == drives.end() ? std::nullopt : std::optional(*first);
 }
 
 std::wstring LaunchDesk::savedDriveLetter() const
@@ -88,6 +99,8 @@ base::Status LaunchDesk::startRipper(const SeenDisc& disc, const platform::DiscN
     const std::wstring path = state::inFolder(machine_.programFolder, disc::handoverName);
     if (auto written = platform_.files.writeWhole(path, handOver.bytes); !written)
         return written;
+    platform_.settings.set(handedOver, driveKey, std::wstring(1, disc.drive.letter));
+    platform_.settings.set(handedOver, withSettings, savedDriveLetter());
     const auto started = platform_.processes.start(L'"' + machine_.ripper + L"\" " + machine_.programFolder,
                                                    platform::Processes::WindowStyle::normal);
     if (!started)

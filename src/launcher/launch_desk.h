@@ -50,8 +50,8 @@ public:
     /// The disc in a drive. Fails with a sentence for people when there is none that can be read.
     base::Result<SeenDisc> look(platform::Discs& discs, const platform::DriveDescription& drive) const;
 
-    /// The drive to start with, of those with an audio disc: the one of the ripper's settings, else the first. Nothing
-    /// when none holds a disc.
+    /// The drive to start with, of those with an audio disc: the one that was handed over last, unless the ripper's
+    /// settings have got another drive since, then theirs, else the first. Nothing when none holds a disc.
     std::optional<platform::DriveDescription> choose(const std::vector<platform::DriveDescription>& drives) const;
 
     /// Hands the disc over with these names and starts the ripper, which goes on by itself. Names that were changed are

@@ -63,6 +63,21 @@ TEST_F(Desk, choosesTheDriveOfTheSettingsIfItHasADisc)
     }
 }
 
+TEST_F(Desk, staysWithTheDriveItHandedOverUntilTheSettingsChange)
+{
+    const std::vector<DriveDescription> both{{.letter = L'D', .disc = true}, {.letter = L'E', .disc = true}};
+    host.discs.tables[L'E'] = host.discs.tables[L'D'];
+    host.files.put(L"C:\\CDTONQUAY\\acdset.ini", "\"D\",\"C:\\m\"\r\n");
+    LaunchDesk desk(host.platform(), machine);
+    EXPECT_EQ(desk.choose(both)->letter, L'D');
+    const auto disc = desk.look(host.discs, both[1]);
+    ASSERT_TRUE(disc && desk.startRipper(*disc, disc->names));
+    EXPECT_EQ(desk.choose(both)->letter, L'E') << "a disc that was changed there is looked for there";
+    EXPECT_EQ(desk.choose({{.letter = L'D', .disc = true}, {.letter = L'E', .disc = false}})->letter, L'D');
+    host.files.put(L"C:\\CDTONQUAY\\acdset.ini", "\"F\",\"C:\\m\"\r\n");
+    EXPECT_EQ(desk.choose(both)->letter, L'D') << "neither the old word nor a drive that is gone";
+}
+
 TEST_F(Desk, handsTheDiscOverAndStartsTheRipper)
 {
     LaunchDesk desk(host.platform(), machine);
