@@ -28,10 +28,11 @@ std::optional<std::int32_t> wholeNumber(std::wstring_view typed)
     return number;
 }
 
-std::int32_t upTo59(std::wstring_view digits)
+/// `otherwise` stands for what is no number.
+std::int32_t upTo59(std::wstring_view digits, std::int32_t otherwise)
 {
     constexpr std::int32_t most = 59;
-    return std::min(wholeNumber(digits).value_or(0), most);
+    return std::min(wholeNumber(digits).value_or(otherwise), most);
 }
 
 }
@@ -49,9 +50,9 @@ std::int32_t partialSeconds(std::wstring_view typed)
     std::int32_t minutes = 0;
     for (const std::size_t colon : {std::size_t{1}, std::size_t{2}})
         if (text.size() > colon && text[colon] == L':')
-            minutes = upTo59(text.substr(0, colon));
+            minutes = upTo59(text.substr(0, colon), minutes);
     const std::wstring_view seconds = text.substr(text.size() - std::min(text.size(), secondsDigits));
-    return minutes * secondsPerMinute + upTo59(seconds);
+    return minutes * secondsPerMinute + upTo59(seconds, 0);
 }
 
 PartialSelection::PartialSelection(state::AppState& state, state::Forms& forms, platform::Platform& platform)
@@ -180,7 +181,7 @@ void PartialSelection::enterEnd()
 void PartialSelection::enterTrack()
 {
     const std::int32_t n = trackInWork();
-    if (state::hasTrackSlot(n))
+    if (n >= 1 && state::hasTrackSlot(n))
         showTimes(n);
     form_.focused = state::PartialFocus::list;
 }

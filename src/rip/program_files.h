@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace tonquay::rip {
 
@@ -26,7 +27,7 @@ public:
     void savepgm(std::int16_t showMessage);
 
 private:
-    std::string records();
+    std::string records(std::wstring_view outputFolder) const;
 
     state::AppState& state_;
     state::RipdeckControls& main_;

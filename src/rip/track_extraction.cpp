@@ -15,8 +15,13 @@ namespace tonquay::rip {
 
 namespace {
 
-constexpr controls::Colour partialBright = 255;
 constexpr controls::Colour partialDark = 128;
+
+controls::Colour partialBright(const state::Theme& theme)
+{
+    constexpr controls::Colour red = 255;
+    return theme.useThemeColours == 1 ? theme.themeColourA : red;
+}
 
 std::int32_t wholeMs(double value)
 {
@@ -65,7 +70,7 @@ void TrackExtraction::extractByControl(std::int32_t row, const std::wstring& wav
     state_.flags.acdTrackDone = false;
     std::int16_t failed = 0;
     if (state_.partial.partialLengthMs(track) > 0) {
-        partialLabel.colour = partialBright;
+        partialLabel.colour = partialBright(state_.theme);
         failed = platform_.acd.RipPartial(track, wavPath, wholeMs(state_.partial.partialStartMs(track)),
                                           wholeMs(state_.partial.partialLengthMs(track)));
     } else {

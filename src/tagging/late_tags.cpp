@@ -12,15 +12,15 @@ namespace tonquay::tagging {
 
 namespace {
 
-bool carries(platform::FileSystem& files, std::wstring_view path, const tags::Id3v1Block& wanted)
+/// Encoders of a run write none, so one that is there is the tagger's, with values that may be newer than ours.
+bool isTagged(platform::FileSystem& files, std::wstring_view path)
 {
     const auto file = files.openForReading(path);
-    const std::int64_t start = files.length(path) - std::ssize(wanted);
-    if (!file || start < 0 || !(*file)->seek(start))
+    tags::TagState found;
+    if (!file)
         return false;
-    tags::Id3v1Block found{};
-    const auto got = (*file)->read(found);
-    return got && *got == found.size() && found == wanted;
+    const auto read = tags::readId3v1Block(**file, files.length(path), found);
+    return read && *read;
 }
 
 }
@@ -57,13 +57,11 @@ void LateTags::look()
 
 void LateTags::tag(const Waiting& file)
 {
-    if (!platform_.files.fileExists(file.path))
+    if (!platform_.files.fileExists(file.path) || isTagged(platform_.files, file.path))
         return;
     tags::TagState tags;
     fillTagInfo(tags, file.values, file.title, file.track);
     tags::COptions options(platform_.settings, state_.folders.appFolder);
-    if (!tags::fieldsFromTagInfo(tags, options) || carries(platform_.files, file.path, tags::id3v1Block(tags.id3v1)))
-        return;
     platform_.log.line("tags", platform_.files.hostPath(file.path) + ": tagged after its encoder has ended");
     tags::WriteId3v1Tag(platform_.files, platform_.log, options, tags, file.path);
 }

@@ -17,8 +17,8 @@ namespace tonquay::tagging {
 /// work, or had not begun to write, when it had its turn, and a stopped run never calls it.
 ///
 /// Every encoder of a run is followed here, on the loop and outside of the run. When one has ended and its run is over,
-/// the file that it made is looked at, and if it does not carry the tag that the run's values give, that is written.
-/// Ogg files carry their tags already.
+/// the file that it made is looked at, and if it carries no tag, it gets the one that the values of the encoder's start
+/// give. Ogg files carry their tags already.
 class LateTags {
 public:
     /// Both outlive this.

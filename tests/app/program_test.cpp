@@ -114,6 +114,26 @@ TEST_F(WholeProgram, everyKeyPressedInEveryWaitChangesNoSample)
     EXPECT_EQ(program.state().flags.ripBusy, 0);
 }
 
+TEST_F(WholeProgram, programFileWrittenInTheMiddleChangesNoFile)
+{
+    // Another folder and another name than the run's own, in the middle of the first track.
+    program.state().settings.encodeSingle = 1;
+    program.state().settings.encodeWanted = 1;
+    host.processes.scripts = {{.named = L"LAME"}};
+    host.loop.after(20ms, [&] {
+        program.state().settings.outputFolder = L"C:\\CDTONQUAY\\elsewhere";
+        program.forms().controlsOf<state::PopaControls>().pop[state::saveProgramEntry].choose();
+    });
+    press(state::startButton);
+    expectWhole(L"Dawn", 0, 12);
+    expectWhole(L"Dusk", 2, 14);
+    ASSERT_EQ(host.processes.started.size(), 3U);
+    EXPECT_THAT(base::utf8(host.processes.started[0].command),
+                testing::EndsWith("\"C:\\CDTONQUAY\\datacd\\Dawn.wav\" \"C:\\CDTONQUAY\\datacd\\Dawn.mp3\""));
+    const auto written = host.files.contents(L"C:\\CDTONQUAY\\datacd\\Ann - Light.pg1");
+    EXPECT_THAT(written.value_or(""), testing::HasSubstr("elsewhere"));
+}
+
 TEST_F(WholeProgram, everyKeyPressedDuringEveryEncoderChangesNoSchedule)
 {
     const struct {

@@ -175,11 +175,14 @@ std::vector<std::string> HostProcesses::hostArguments(const CommandText& command
         if (!text.empty() && !arguments.back().starts_with('-'))
             named.push_back(files_.hostPath(text));
     };
+    bool hasInput = false;
     for (const CommandWord& word : command.arguments) {
         const std::wstring_view folder = folderPart(word.text);
-        const auto names = word.wildcard ? files_.list(folder.empty() ? std::wstring_view(L".") : folder,
-                                                       std::wstring_view(word.text).substr(folder.size()))
-                                         : base::Result<std::vector<std::wstring>>(std::vector<std::wstring>{});
+        // A second wildcard says what the files that are made are called, so it stays what it is.
+        const bool input = word.wildcard && !std::exchange(hasInput, hasInput || word.wildcard);
+        const auto names = input ? files_.list(folder.empty() ? std::wstring_view(L".") : folder,
+                                               std::wstring_view(word.text).substr(folder.size()))
+                                 : base::Result<std::vector<std::wstring>>(std::vector<std::wstring>{});
         if (!names || names->empty())
             add(word.text, word.quoted);
         else

@@ -92,6 +92,14 @@ TEST_F(Control, everyModeWritesTheWholeTrack)
     EXPECT_EQ(reports[0].crc32, reports[2].crc32);
 }
 
+TEST_F(Control, aShorterTrackLeavesNothingOfAnOlderFile)
+{
+    ASSERT_TRUE(files.writeWhole(L"C:\\m.wav", std::string(20'000'000, 'x')));
+    ASSERT_EQ(control.RipTrack(2, L"C:\\m.wav"), 0);
+    ASSERT_TRUE(untilDone());
+    EXPECT_TRUE(file(L"C:\\m.wav") == wav(1));
+}
+
 TEST_F(Control, partIsCutAtTheSampleThatTheMillisecondNames)
 {
     struct Case {

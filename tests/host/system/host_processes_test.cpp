@@ -74,6 +74,7 @@ TEST_F(HostProcesses, argumentsReachTheProgramInItsOwnForm)
         {"the program folder", L"C:\\CDTONQUAY\\x", '[' + root + "/home/program folder/x]"},
         {"a path inside an argument stays", L"-oC:\\Out\\x C:x", "[-oC:\\Out\\x][C:x]"},
         {"wildcards", L"-delete *.wav \"*.wav\"", "[-delete][A.WAV][b.wav][with blank.wav][*.wav]"},
+        {"a wildcard for what is made", L"*.wav *.WAV", "[A.WAV][b.wav][with blank.wav][*.WAV]"},
         {"wildcards with a folder", L"C:\\out\\?.WAV", '[' + root + "/Out/A.WAV][" + root + "/Out/b.wav]"},
         {"wildcards without a match", L"*.mp3 no\\*.x", "[*.mp3][no\\*.x]"},
         {"a file like a switch", L"\"-DELETE\" -delete \"-x\" -t\"-delete\" \"-delete\\x\"",
