@@ -210,7 +210,7 @@ ExitStatus toWav(Screen& screen, const ToWavOptions& options, RunHost& host)
     state.settings.encoderPath = decoder->path;
     state::CdriptabControls& form = program.forms().controlsOf<state::CdriptabControls>();
     const auto following =
-        form.converting.follow([&conversion](const std::int32_t& row) { conversion->handOver(row); });
+        form.converting.follow([&conversion](const state::Mp3InHand& file) { conversion->handOver(file.number - 1); });
     form.List6.append(conversion->rows());
     form.List6.click();
     form.Command17.press();

@@ -56,6 +56,7 @@ class MultiSelectList {
 public:
     Property<bool> enabled{true};
     Property<std::wstring> fontName;
+    Property<std::wstring> toolTip;
     Property<bool> busyPointer{false};
     Handler<MouseButton> mouseDown;
     Handler<> click;       ///< by the user, when rows and cursor are as they became

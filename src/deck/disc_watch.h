@@ -11,7 +11,7 @@ namespace tonquay::deck {
 /// hand-over file is watched. A disc that has gone empties the window; when a disc is back, the same one or another,
 /// the program restarts through the launcher, which looks at it anew.
 ///
-/// A drive that is not ready counts as one without a disc.
+/// A drive that is not ready is one without a disc, but one that wakes up with a disc that is known already.
 class DiscWatch {
 public:
     /// Takes over Timer1 of the main window; start-up enables it.

@@ -27,11 +27,13 @@ constexpr std::wstring_view playerTracksName = L"pgmtrks.tmp";
 
 void applyFont(controls::Label& label, const state::DisplayFont& font, const state::Theme& theme)
 {
-    if (base::isBlank(font.name))
-        return;
-    label.fontName = font.name;
-    label.fontSize = font.size;
-    label.colour = theme.useThemeColours == 1 ? theme.themeColourA : font.colour;
+    if (!base::isBlank(font.name)) {
+        label.fontName = font.name;
+        label.fontSize = font.size;
+        label.colour = font.colour;
+    }
+    if (theme.useThemeColours == 1)
+        label.colour = theme.themeColourA;
 }
 
 }

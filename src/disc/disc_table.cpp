@@ -13,6 +13,13 @@ namespace {
 /// The search over drives looks at no more than this many.
 constexpr std::int32_t searchedDrives = 10;
 
+/// Whether the control's name of a drive is that of the settings.
+bool sameDrive(std::wstring_view left, std::wstring_view right)
+{
+    return base::upper(base::trim(left)) == base::upper(base::trim(right));
+}
+
+/// The engine's list has the drive's letter with its maker and model behind it.
 bool sameFirstLetter(std::wstring_view left, std::wstring_view right)
 {
     const std::wstring_view a = base::trim(left);
@@ -29,7 +36,7 @@ void DiscTable::buildFromControl()
     std::int16_t chosen = 1;
     bool found = false;
     for (std::int16_t drive = 1; drive <= drives && !found; ++drive) {
-        found = sameFirstLetter(acd_.GetDriveName(drive), driveLetter);
+        found = sameDrive(acd_.GetDriveName(drive), driveLetter);
         if (found)
             chosen = drive;
     }
@@ -98,7 +105,7 @@ void DiscTable::select_drive()
         state_.settings.driveLetter = std::exchange(state_.engine.pendingDriveLetter, {});
         index = 0;
         for (std::int32_t row = 0; row < setup.List2.rowCount(); ++row) {
-            if (sameFirstLetter(setup.List2.row(row).text, state_.settings.driveLetter)) {
+            if (sameDrive(setup.List2.row(row).text, state_.settings.driveLetter)) {
                 index = row;
                 break;
             }

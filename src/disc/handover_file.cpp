@@ -43,8 +43,6 @@ void parseHandover(std::wstring_view text, state::DiscInfo& disc)
     readName(reader, disc.discGenre);
     readName(reader, disc.discYear);
     readName(reader, disc.handoverDriveLetter);
-    // One letter is asked for everywhere; a writer that adds a colon means the same drive.
-    disc.handoverDriveLetter.resize(std::min<std::size_t>(disc.handoverDriveLetter.size(), 1));
 }
 
 bool readHandover(platform::FileSystem& files, platform::Diagnostics& log, std::wstring_view path,

@@ -30,7 +30,7 @@ void TitleEdit::List1_MouseDown(controls::MouseButton button)
         dialogs_.inputBox(L"CD-Tonquay - Edit Track Description",
                           L"Enter a new track description for \"Track" + base::str(number) + L"\" below:",
                           base::trim(state_.disc.trackTitles(number)));
-    if (!title || title->empty())
+    if (!title || base::isBlank(*title))
         return;
     state_.disc.trackTitles.set(number, *title);
     rebuildList();

@@ -25,10 +25,15 @@ struct EngineContext {
 
     std::uint32_t engineDrive = 0;    ///< the engine's number of the drive in use
     std::int32_t lastDriveIndex = -1; ///< highest drive number found
+    int quietTicks = 0;               ///< of the position timer, since something moved or was pressed
     bool extracting = false;          ///< the stream is being read into a file and is nobody else's
 
     /// Something is about to move that the position timer shows: it ticks at its full rate again.
-    void stir() const { form.tmrPlaybackPosition.setInterval(state::Cdrip1Controls::positionInterval); }
+    void stir()
+    {
+        quietTicks = 0;
+        form.tmrPlaybackPosition.setInterval(state::Cdrip1Controls::positionInterval);
+    }
 
     platform::AudioEngine::Handle stream() const { return state.engine.audioStream; }
 };

@@ -55,9 +55,9 @@ void PositionTimer::settle(bool active)
     constexpr std::chrono::milliseconds idleInterval{500};
     const bool open = c_.form.chkRWFlags[state::openFlag].value() == 1;
     const bool moved = active || open != std::exchange(doorWasOpen_, open);
-    quietTicks_ = moved ? 0 : std::min(quietTicks_ + 1, settled);
-    c_.form.tmrPlaybackPosition.setInterval(quietTicks_ == settled ? idleInterval
-                                                                   : state::Cdrip1Controls::positionInterval);
+    c_.quietTicks = moved ? 0 : std::min(c_.quietTicks + 1, settled);
+    c_.form.tmrPlaybackPosition.setInterval(c_.quietTicks == settled ? idleInterval
+                                                                     : state::Cdrip1Controls::positionInterval);
 }
 
 void PositionTimer::watchDoor()

@@ -28,7 +28,6 @@ private:
     std::function<void()> loadTrackList_;
     bool seekingPosition_ = false;
     bool doorWasOpen_ = false;
-    int quietTicks_ = 0;
     float ratio_ = 0;
     std::int16_t trackPercent_ = 0;
     std::wstring trackPercentText_;

@@ -173,10 +173,12 @@ void Mp3ToWav::convert()
         const state::Mp3Row file = state::mp3Row(rows[row]);
         if (file.folder.empty())
             continue;
-        form_.converting = static_cast<std::int32_t>(row);
+        form_.converting = state::Mp3InHand{.number = static_cast<std::int32_t>(row) + 1,
+                                            .count = static_cast<std::int32_t>(rows.size()),
+                                            .row = rows[row]};
         convertRow(program, file);
     }
-    form_.converting = -1;
+    form_.converting = state::Mp3InHand{};
     busy_ = false;
     queueClicked();
 }

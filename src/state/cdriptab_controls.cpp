@@ -19,8 +19,8 @@ struct Caption {
 };
 
 constexpr std::array boxCaptions{
-    Caption{&CdriptabControls::Check1, L"Create program", L"Write a program file of the ripped tracks after each run"},
-    Caption{&CdriptabControls::Check2, L"Turbo Mode", L"Encode in the background while the next track is read"},
+    Caption{&CdriptabControls::Check1, L"Create program", L"Create Media Tonquay program from ripped tracks"},
+    Caption{&CdriptabControls::Check2, L"Turbo Mode", L"Rip and Encode tracks at the same time"},
     Caption{&CdriptabControls::Check3, L"Auto Select All Tracks ", L"Select every track when the ripper starts"},
     Caption{&CdriptabControls::Check4, L"Enable CRC Check", L"Have the encoder put checksums into MP3 files"},
     Caption{&CdriptabControls::Check5, L"Enable high priority encoding",
@@ -52,7 +52,7 @@ CdriptabControls::CdriptabControls()
     for (std::size_t i = 0; i < formats.size(); ++i)
         riptofile[i].caption = formats[i];
     riptofile[mp3Format].toolTip = L"Encode to MP3 files";
-    riptofile[wavFormat].toolTip = L"Keep the WAV files";
+    riptofile[wavFormat].toolTip = L"If checked, do not delete intermediate WAV file";
     riptofile[oggFormat].toolTip = L"Encode to Ogg Vorbis files";
     riptofile[wmaFormat].toolTip = L"Encode to Windows Media files, without another program";
     constexpr std::array names{L"Track name",          L"Track number",       L"Artist", L"Album", L"Artist - Album",
@@ -136,7 +136,7 @@ void CdriptabControls::resetToDesign()
     Command17.enabled = false;
     Image1[0].visible = true;
     Image1[1].visible = false;
-    converting = -1;
+    converting = Mp3InHand{};
     focusWanted = SetupFocus::none;
     tab = settingsTab;
 }

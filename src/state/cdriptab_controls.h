@@ -8,6 +8,7 @@
 #include "controls/lists.h"
 #include "controls/option_group.h"
 #include "controls/text_box.h"
+#include "state/mp3_row.h"
 
 #include <array>
 #include <cstddef>
@@ -70,22 +71,22 @@ struct CdriptabControls {
     controls::Button cmdOK;
     controls::Button cmdCancel;
 
-    controls::Frame SSFrame7;                        ///< around MP3 to WAV
-    controls::Label Label20;                         ///< heading of the folder of MP3 files
-    controls::DriveList Drive3;                      ///< its drive
-    controls::FolderTree dir3;                       ///< that folder
-    controls::MultiSelectList List5;                 ///< the MP3 files in it
-    controls::Label Label18;                         ///< heading of the queue
-    controls::MultiSelectList List6;                 ///< the queue
-    controls::Label Label8;                          ///< where the decoder is
-    controls::Button Command14;                      ///< adds the selected files
-    controls::Button Command15;                      ///< adds all
-    controls::Button Command16;                      ///< empties the queue
-    controls::Button Command13;                      ///< selects no file
-    controls::Button Command10;                      ///< takes the selected ones out of the queue
-    controls::Button Command17;                      ///< converts the queue
-    controls::Property<std::int32_t> converting{-1}; ///< row of the queue whose file is in hand; -1 for none
-    std::array<controls::Image, 2> Image1;           ///< there is nothing to convert, there is something
+    controls::Frame SSFrame7;                 ///< around MP3 to WAV
+    controls::Label Label20;                  ///< heading of the folder of MP3 files
+    controls::DriveList Drive3;               ///< its drive
+    controls::FolderTree dir3;                ///< that folder
+    controls::MultiSelectList List5;          ///< the MP3 files in it
+    controls::Label Label18;                  ///< heading of the queue
+    controls::MultiSelectList List6;          ///< the queue
+    controls::Label Label8;                   ///< where the decoder is
+    controls::Button Command14;               ///< adds the selected files
+    controls::Button Command15;               ///< adds all
+    controls::Button Command16;               ///< empties the queue
+    controls::Button Command13;               ///< selects no file
+    controls::Button Command10;               ///< takes the selected ones out of the queue
+    controls::Button Command17;               ///< converts the queue
+    controls::Property<Mp3InHand> converting; ///< what is being decoded
+    std::array<controls::Image, 2> Image1;    ///< there is nothing to convert, there is something
 
     CdriptabControls();
 

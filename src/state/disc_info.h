@@ -54,7 +54,7 @@ struct DiscInfo {
     std::int16_t trackCount = 0; ///< tracks named by the hand-over file; 0 without one
     TrackTable<std::wstring> trackTitles;
     TrackTable<std::int32_t> trackSeconds;
-    std::wstring handoverDriveLetter; ///< the drive that the hand-over file was written for, one letter
+    std::wstring handoverDriveLetter; ///< the drive that the hand-over file was written for
 };
 
 /// The wanted part of each track in milliseconds. A length above 0 marks a partial rip.

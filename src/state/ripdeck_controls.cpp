@@ -12,6 +12,8 @@ RipdeckControls::RipdeckControls()
     for (std::size_t i = 0; i < headings.size(); ++i)
         Label5[i].caption = headings[i];
 
+    list1.toolTip = L"Left click to highlight track, Right click to edit track name";
+
     constexpr std::array previewTips{L"Preview Previous Track",         L"Preview Next Track",    L"Play Track Preview",
                                      L"Pause Preview Playback",         L"Stop Preview Playback", L"Eject CD",
                                      L"Start Ripping Selected Track(s)"};

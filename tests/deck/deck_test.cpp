@@ -94,6 +94,19 @@ TEST_F(Deck, firstRunWithoutDriveLeadsToSetup)
     EXPECT_FALSE(main.form.enabled);
 }
 
+TEST_F(Deck, themeColoursTheCaptionsAlsoWithoutFonts)
+{
+    host.files.put(L"C:\\CDTONQUAY\\TQWIN3.INI", "\"\",0,0,0,0,7\r\n\"Mono\",12,0,0,0,9");
+    startUp.run(L"C:\\CDTONQUAY");
+    EXPECT_EQ(main.Label12.colour.get(), 0) << "a record without a font leaves the design's";
+    EXPECT_EQ(main.Label6[state::statusLabel].colour.get(), 9);
+    host.files.put(L"C:\\CDTONQUAY\\TQWIN4.INI", "1,2,3,4,5,6,7,8,9,10,11,12,13,0,15,16,1,111,222");
+    startUp.run(L"C:\\CDTONQUAY");
+    EXPECT_EQ(main.Label12.colour.get(), 111);
+    EXPECT_EQ(main.Label6[state::statusLabel].colour.get(), 111);
+    EXPECT_EQ(main.Label8.colour.get(), 111);
+}
+
 TEST_F(Deck, doubtfullyShortTracksAreReadOnceMore)
 {
     host.files.put(L"C:\\CDTONQUAY\\riptype.ini", "\"1\"\r\n");

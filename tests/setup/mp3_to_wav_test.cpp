@@ -106,8 +106,8 @@ TEST_F(ToWav, filesAreDecodedBesideThemselves)
     open();
     form.Command15.press();
     std::vector<std::int32_t> inHand;
-    const auto following = form.converting.follow([&](const std::int32_t& row) {
-        inHand.push_back(row);
+    const auto following = form.converting.follow([&](const state::Mp3InHand& file) {
+        inHand.push_back(file.number);
         form.Command17.press();
     });
     form.Command17.press();
@@ -116,7 +116,7 @@ TEST_F(ToWav, filesAreDecodedBesideThemselves)
     ASSERT_EQ(host.processes.started.size(), 3U) << "pressed again meanwhile it does nothing";
     EXPECT_EQ(host.processes.started[0].command,
               L"C:\\CDTONQUAY\\lame.exe --decode C:\\WINDOWS\\temp.mp3 C:\\WINDOWS\\temp.wav");
-    EXPECT_THAT(inHand, ElementsAre(0, 1, 2, -1));
+    EXPECT_THAT(inHand, ElementsAre(1, 2, 3, 0));
     EXPECT_EQ(form.List6.rowCount(), 3) << "the queue stays";
     EXPECT_TRUE(form.Command17.enabled);
     EXPECT_FALSE(host.files.fileExists(L"C:\\WINDOWS\\TEMP.MP3"));

@@ -18,9 +18,10 @@ namespace {
 
 using Look = TextLine::Look;
 
-QString trimmed(const QString& text)
+/// Idle clocks are set to no time in two ways, which would change the display's width to and fro.
+QString shownTime(const QString& time)
 {
-    return text.trimmed();
+    return time == QStringLiteral("0:00") ? QStringLiteral("00:00") : time.trimmed();
 }
 
 }
@@ -141,7 +142,7 @@ void DisplayPanel::addNumbers(QBoxLayout& row)
         column->addWidget(line.release(), 0, Qt::AlignRight);
     };
     add(ripdeck_.Label8, {.colour = colours::accent, .scale = 3, .weight = 300, .alignment = right, .widest = "00"},
-        QStringLiteral("Track number"), [](const QString& number) { return trimmed(number).rightJustified(2, '0'); });
+        QStringLiteral("Track number"), [](const QString& number) { return number.trimmed().rightJustified(2, '0'); });
     auto caption = std::make_unique<TextLine>(Look{.colour = colours::muted,
                                                    .scale = 0.82,
                                                    .weight = 600,
@@ -153,9 +154,10 @@ void DisplayPanel::addNumbers(QBoxLayout& row)
     column->addStretch(1);
     add(ripdeck_.lblTrackTime,
         {.colour = colours::text, .scale = 2.1, .weight = 300, .alignment = right, .widest = QStringLiteral("00:00")},
-        QStringLiteral("Elapsed time"));
+        QStringLiteral("Elapsed time"), shownTime);
     add(ripdeck_.lblTrackTot, {.colour = colours::muted, .alignment = right, .widest = QStringLiteral("of 0:00:00")},
-        QStringLiteral("Total track time"), [](const QString& time) { return QStringLiteral("of ") + trimmed(time); });
+        QStringLiteral("Total track time"),
+        [](const QString& time) { return QStringLiteral("of ") + shownTime(time); });
     row.addLayout(column.release());
 }
 

@@ -185,6 +185,9 @@ void MainWindow::bindPlace()
     controls::Form& form = ripdeck_.form;
     form.width = width() * twipsPerPixel;
     form.height = height() * twipsPerPixel;
+    // Nowhere yet, so that the corner of the screen is a place like any other.
+    form.left = -1;
+    form.top = -1;
     const auto place = [this, &form](const std::int32_t&) {
         if (!writing_)
             move(form.left / twipsPerPixel, form.top / twipsPerPixel);

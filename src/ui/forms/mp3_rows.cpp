@@ -27,11 +27,11 @@ QString pathOf(platform::FileSystem& files, const QString& row)
 
 }
 
-Mp3Rows::Mp3Rows(controls::MultiSelectList& list, Role role, controls::Property<std::int32_t>& inHand,
+Mp3Rows::Mp3Rows(controls::MultiSelectList& list, Role role, controls::Property<state::Mp3InHand>& inHand,
                  platform::FileSystem& files)
     : MultiSelectView(list,
-                      [role, &inHand, &files](const QString& text, int row, int cell) -> QVariant {
-                          const bool isInHand = role == Role::queue && inHand == row;
+                      [role, &inHand, &files](const QString& text, int, int cell) -> QVariant {
+                          const bool isInHand = role == Role::queue && qtText(inHand.get().row) == text;
                           switch (cell) {
                           case Qt::DisplayRole: return nameOf(text);
                           case Qt::ToolTipRole: return pathOf(files, text);
@@ -51,10 +51,11 @@ Mp3Rows::Mp3Rows(controls::MultiSelectList& list, Role role, controls::Property<
     setDragDropMode(role == Role::folder ? QAbstractItemView::DragOnly : QAbstractItemView::DropOnly);
     setTextElideMode(Qt::ElideMiddle);
     if (role == Role::queue)
-        bindings_.keep(inHand.follow([this](const std::int32_t& row) {
+        bindings_.keep(inHand.follow([this](const state::Mp3InHand& file) {
             viewport()->update();
-            if (row >= 0)
-                scrollTo(model()->index(row, 0));
+            for (int row = 0; row < model()->rowCount(); ++row)
+                if (this->list().row(row) == file.row)
+                    return scrollTo(model()->index(row, 0));
         }));
 }
 

@@ -12,8 +12,8 @@ class Mp3Rows final : public MultiSelectView {
 public:
     enum class Role { folder, queue };
 
-    /// `inHand` is the row whose file is being converted.
-    Mp3Rows(controls::MultiSelectList& list, Role role, controls::Property<std::int32_t>& inHand,
+    /// The row of the file in hand stands out in the queue, if it is still there.
+    Mp3Rows(controls::MultiSelectList& list, Role role, controls::Property<state::Mp3InHand>& inHand,
             platform::FileSystem& files);
 
 protected:

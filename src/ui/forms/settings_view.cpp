@@ -258,7 +258,7 @@ void SettingsView::addMp3Mode(QVBoxLayout& column)
     quality_.setAccessibleName(QStringLiteral("VBR quality"));
     quality_.setFixedWidth(36);
     quality_.setMaxLength(4);
-    quality_.setToolTip(QStringLiteral("0=highest quality / biggest file size, 9=lowest quality / smallest file size"));
+    quality_.setToolTip(QStringLiteral("0=highest quality, 9=lowest quality"));
     refuseDoubleQuotes(quality_);
     bindText(quality_, form_.Text11, bindings_, writing_);
     row->addWidget(&qualityHint_);
@@ -310,8 +310,8 @@ void SettingsView::addSchedule(QVBoxLayout& column)
 {
     scheduleBox_.setTitle(QStringLiteral("Schedule"));
     bindTick(turbo_, form_.Check2, bindings_, "T");
-    schedule_[0].setToolTip(QStringLiteral("Read all tracks first, then encode them"));
-    schedule_[1].setToolTip(QStringLiteral("Encode each track as soon as it is read"));
+    schedule_[0].setToolTip(QStringLiteral("Rip all tracks first then encode entire batch"));
+    schedule_[1].setToolTip(QStringLiteral("Rip and Encode one track at a time"));
     auto grid = std::make_unique<QGridLayout>();
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setVerticalSpacing(3);

@@ -45,7 +45,7 @@ ToWavView::ToWavView(state::CdriptabControls& form, platform::FileSystem& files,
     column->addLayout(row.release(), 1);
     addFoot(*column, files);
     setLayout(column.release());
-    bindings_.show(form.converting, [this](const std::int32_t& inHand) { showInHand(inHand); });
+    bindings_.show(form.converting, [this](const state::Mp3InHand& file) { showInHand(file); });
 }
 
 QWidget& ToWavView::folderSide()
@@ -128,14 +128,15 @@ void ToWavView::addFoot(QVBoxLayout& column, platform::FileSystem& files)
     column.addLayout(row.release());
 }
 
-void ToWavView::showInHand(std::int32_t row)
+void ToWavView::showInHand(const state::Mp3InHand& file)
 {
-    if (row < 0) {
+    if (file.count == 0)
         inHand_.clear();
-        return;
-    }
-    const QString name = queue_.model()->index(row, 0).data().toString();
-    inHand_.setText(QStringLiteral("Converting %1 of %2: %3").arg(row + 1).arg(queue_.model()->rowCount()).arg(name));
+    else
+        inHand_.setText(QStringLiteral("Converting %1 of %2: %3")
+                            .arg(file.number)
+                            .arg(file.count)
+                            .arg(qtText(state::mp3Row(file.row).name)));
 }
 
 }

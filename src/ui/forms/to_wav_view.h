@@ -25,7 +25,7 @@ private:
     QWidget& keys();
     QWidget& queueSide();
     void addFoot(QVBoxLayout& column, platform::FileSystem& files);
-    void showInHand(std::int32_t row);
+    void showInHand(const state::Mp3InHand& file);
 
     state::CdriptabControls& form_;
     Bindings bindings_;

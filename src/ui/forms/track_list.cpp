@@ -90,11 +90,9 @@ bool TrackList::viewportEvent(QEvent* event)
         return MultiSelectView::viewportEvent(event);
     const auto* help = static_cast<QHelpEvent*>(event);
     const QModelIndex under = indexAt(help->pos());
-    const QString tip = under.isValid() ? TrackRow::elidedTitle(under, visualRect(under), fontMetrics()) : QString();
-    if (tip.isEmpty())
-        QToolTip::hideText();
-    else
-        QToolTip::showText(help->globalPos(), tip.toHtmlEscaped(), viewport(), visualRect(under));
+    const QString title = under.isValid() ? TrackRow::elidedTitle(under, visualRect(under), fontMetrics()) : QString();
+    const QString tip = title.isEmpty() ? qtText(list().toolTip) : title;
+    QToolTip::showText(help->globalPos(), tip.toHtmlEscaped(), viewport(), visualRect(under));
     return true;
 }
 

@@ -82,6 +82,12 @@ void VolumePanel::addCaption(const QString& text, controls::Handler<controls::Mo
     static_cast<QGridLayout*>(layout())->addWidget(caption.release(), row, 0);
 }
 
+/// Taken, or the window behind would get it, and the release with it.
+void VolumePanel::mousePressEvent(QMouseEvent* event)
+{
+    event->accept();
+}
+
 void VolumePanel::mouseReleaseEvent(QMouseEvent* event)
 {
     ripdeck_.SSPanel1.mouseUp(buttonOf(*event));

@@ -15,6 +15,7 @@ public:
     explicit VolumePanel(state::RipdeckControls& ripdeck, QWidget* parent = nullptr);
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -14,9 +14,10 @@ int main(int count, char** words)
     std::signal(SIGPIPE, SIG_IGN);
     // Whoever started us may have had children's ends ignored; then no encoder's end would reach us.
     std::signal(SIGCHLD, SIG_DFL);
-    QApplication application(count, words);
+    // The whole command line is the program folder, so there is nothing in it for the toolkit to take.
+    int own = 1;
+    QApplication application(own, words);
     ui::dressApplication(application);
-    // The whole command line is the program folder.
     std::string commandLine;
     for (int i = 1; i < count; ++i)
         commandLine += (i > 1 ? " " : "") + std::string(words[i]);

@@ -215,10 +215,10 @@ TEST_F(SetupView, rowsOfMp3FilesMoveByKeyboardMouseAndDragging)
     EXPECT_TRUE(files.dragEnabled());
     EXPECT_TRUE(queue.acceptDrops());
 
-    form.converting = 0;
+    form.converting = state::Mp3InHand{.number = 2, .count = 3, .row = form.List6.row(0)};
     const auto labels = dialog().findChildren<QLabel*>();
     EXPECT_TRUE(std::any_of(labels.begin(), labels.end(),
-                            [](const QLabel* label) { return label->text() == "Converting 1 of 1: c.mp3"; }));
+                            [](const QLabel* label) { return label->text() == "Converting 2 of 3: c.mp3"; }));
     EXPECT_EQ(queue.model()->index(0, 0).data(Qt::AccessibleTextRole), "c.mp3, being converted");
 }
 
