@@ -33,7 +33,7 @@ Program::Program(platform::Platform platform)
       startUp_(state_, forms_, discTable_, platform_)
 {
     forms_.ripdeck().Timer1.bind(platform_.loop);
-    deck::wireVolume(forms_.ripdeck(), engine_.playback());
+    deck::wireVolume(forms_.ripdeck(), forms_.controlsOf<state::Cdrip1Controls>());
     deck::wireCaptionSize(forms_.ripdeck());
     deck::wirePressedLooks(forms_.ripdeck());
 }

@@ -58,6 +58,9 @@ void Playback::PlayTrack(std::int32_t track)
     c_.state.engine.audioStream = stream;
     if (stream != 0)
         applyVolume(c_.form.SliderVolume.value());
+    // A stream begins in the middle.
+    if (c_.form.SliderBalance.value() != 0)
+        applyBalance(c_.form.SliderBalance.value());
     c_.engine.BASS_ChannelPlay(stream, true);
     installSyncs(track);
 }

@@ -206,6 +206,27 @@ TEST_F(WholeProgram, transportKeysWalkTheListAndShowWhatPlays)
     EXPECT_EQ(main.Label8.caption.get(), L"0");
 }
 
+TEST_F(WholeProgram, everyPreviewSoundsAsTheSlidersStand)
+{
+    const auto gain = [this](std::uint32_t attribute) {
+        float value = 0;
+        host.engine.BASS_ChannelGetAttribute(program.state().engine.audioStream, attribute, value);
+        return value;
+    };
+    main.SliderVolume.drag(-90);
+    main.SliderBalance.drag(-30);
+    press(state::playButton);
+    host.loop.runFor(13s);
+    press(state::nextButton);
+    for (const auto play : {state::nextButton, state::previousButton}) {
+        press(play);
+        EXPECT_EQ(gain(platform::AudioEngine::BASS_ATTRIB_VOL), 90);
+        EXPECT_EQ(gain(platform::AudioEngine::BASS_ATTRIB_PAN), -30);
+    }
+    main.SliderBalance.drag(0);
+    EXPECT_EQ(gain(platform::AudioEngine::BASS_ATTRIB_PAN), 0);
+}
+
 TEST_F(WholeProgram, previewOnTheControlPathGoesToTheControl)
 {
     program.state().path.ripEngineMode = 1;

@@ -70,7 +70,7 @@ TEST_F(Deck, captionsGrowAndShrinkTogetherAndTheTitleKeepsItsDistance)
 
 TEST_F(Deck, captionsOfVolumeAndBalancePutThemInTheirMiddle)
 {
-    wireVolume(main, engine.playback());
+    wireVolume(main, forms.controlsOf<state::Cdrip1Controls>());
     main.SliderVolume.drag(-7);
     main.SliderBalance.drag(80);
     main.SSPanel2.mouseUp(MouseButton::left);
