@@ -1,6 +1,7 @@
 #include "base/wav_header.h"
 
 #include <algorithm>
+#include <cstring>
 #include <span>
 #include <string_view>
 
@@ -48,6 +49,19 @@ std::array<std::byte, 4> littleEndian(std::uint32_t value)
     std::array<std::byte, 4> bytes{};
     put(bytes, 0, value, bytes.size());
     return bytes;
+}
+
+std::uint32_t WaveHeaderBytes::number(std::size_t offset, std::size_t length) const
+{
+    std::uint32_t value = 0;
+    for (std::size_t i = length; i > 0; --i)
+        value = value << 8 | std::to_integer<std::uint32_t>(bytes[offset + i - 1]);
+    return value;
+}
+
+bool WaveHeaderBytes::has(std::size_t offset, std::string_view mark) const
+{
+    return std::memcmp(&bytes[offset], mark.data(), mark.size()) == 0;
 }
 
 }

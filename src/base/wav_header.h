@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace tonquay::base {
 
@@ -26,6 +27,17 @@ inline constexpr std::int64_t riffSizeOffset = 4;  ///< holds the bytes behind i
 inline constexpr std::int64_t dataSizeOffset = 40; ///< holds the bytes of sound
 
 WaveHeader waveHeader(const WaveFormat& format);
+
+/// The same 44 bytes as they were read from a file.
+struct WaveHeaderBytes {
+    std::array<std::byte, waveHeaderBytes> bytes{};
+
+    /// The little-endian number of `length` bytes at `offset`.
+    std::uint32_t number(std::size_t offset, std::size_t length) const;
+
+    /// The four letters of a mark stand there.
+    bool has(std::size_t offset, std::string_view mark) const;
+};
 
 /// A size field.
 std::array<std::byte, 4> littleEndian(std::uint32_t value);

@@ -1,7 +1,7 @@
 #include "console/decoded_verdict.h"
 
+#include "base/wav_header.h"
 #include "console/judged_file.h"
-#include "console/wav_header.h"
 
 #include <fmt/format.h>
 
@@ -18,12 +18,12 @@ struct WavSound {
     std::int64_t bytes = 0;
 };
 
-WavSound soundOf(const WavHeader& h)
+WavSound soundOf(const base::WaveHeaderBytes& h)
 {
     const bool canonical = h.has(0, "RIFF") && h.has(8, "WAVE") && h.has(12, "fmt ") && h.has(36, "data");
     if (!canonical || h.number(20, 2) != 1 || h.number(34, 2) != 16)
         return {};
-    return {h.number(22, 2), h.number(24, 4), h.number(WavHeader::dataSizeOffset, 4)};
+    return {h.number(22, 2), h.number(24, 4), h.number(base::dataSizeOffset, 4)};
 }
 
 /// How many samples of a channel a decoder may leave out.
@@ -48,13 +48,13 @@ std::string problemOf(const JudgedFile& file, const DecodedExpectation& expected
         return file.problem();
     if (file.changed() < expected.runBegan)
         return "the file is an older one; nothing was written";
-    WavHeader header;
+    base::WaveHeaderBytes header;
     if (!file.readAt(0, header.bytes))
         return "the file ends before its header does";
     const WavSound sound = soundOf(header);
     if (sound.channels == 0 || sound.sampleRateHz == 0)
         return "it is no WAV file of 16-bit sound";
-    const std::int64_t bytes = file.length() - static_cast<std::int64_t>(WavHeader::size);
+    const std::int64_t bytes = file.length() - base::waveHeaderBytes;
     if (sound.bytes != bytes)
         return fmt::format("its header tells of {} bytes of sound, it has {}", sound.bytes, bytes);
     if (sound.sampleRateHz != static_cast<std::uint32_t>(stream.sampleRateHz) ||

@@ -1,5 +1,6 @@
 #include "console/disc_tables.h"
 
+#include "base/red_book.h"
 #include "console/abilities.h"
 #include "console/play_time.h"
 #include "console/screen_text.h"
@@ -19,7 +20,7 @@ void addName(std::string& text, std::string_view caption, std::wstring_view name
 std::string megabytes(const platform::DiscTrack& track)
 {
     constexpr double mebibyte = 1024.0 * 1024.0;
-    return fmt::format("{:.1f}", static_cast<double>(track.sectorCount * bytesPerSector) / mebibyte);
+    return fmt::format("{:.1f}", static_cast<double>(track.sectorCount * base::red_book::bytesPerSector) / mebibyte);
 }
 
 std::string abilityWords(const platform::DriveDescription& drive)

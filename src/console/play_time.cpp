@@ -1,6 +1,7 @@
 #include "console/play_time.h"
 
 #include "base/numbers.h"
+#include "base/red_book.h"
 
 #include <fmt/format.h>
 
@@ -10,7 +11,7 @@ namespace tonquay::console {
 
 int wholeSeconds(std::int64_t sectors)
 {
-    return static_cast<int>(base::roundHalfEven(static_cast<double>(sectors) / sectorsPerSecond));
+    return static_cast<int>(base::roundHalfEven(static_cast<double>(sectors) / base::red_book::sectorsPerSecond));
 }
 
 std::string clockText(std::int64_t seconds)

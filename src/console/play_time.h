@@ -7,9 +7,6 @@
 
 namespace tonquay::console {
 
-constexpr int sectorsPerSecond = 75;
-constexpr std::int64_t bytesPerSector = 2352;
-
 /// Whole seconds of that many sectors, as the track table counts them: a half goes to the even second.
 int wholeSeconds(std::int64_t sectors);
 

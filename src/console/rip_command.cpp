@@ -31,8 +31,6 @@ namespace tonquay::console {
 
 namespace {
 
-constexpr std::wstring_view programFolder = L"C:\\CDTONQUAY";
-
 ExitStatus refuse(Screen& screen, const std::string& problem)
 {
     screen.complain("tonquay: " + shownBytes(problem));
@@ -61,11 +59,11 @@ base::Status prepareProgramFolder(platform::Platform& platform, const state::Rip
                                   const std::wstring& dataFolder, const std::string& handOver)
 {
     state::Folders folders;
-    folders.appFolder = programFolder;
+    folders.appFolder = platform::programFolder;
     state::writeDataFolder(platform.files, platform.log, folders, dataFolder);
-    state::writeRipType(platform.files, platform.log, folders, settings.ripMethod == 4 ? 0 : 1);
+    state::writeRipType(platform.files, platform.log, folders, settings.ripMethod == state::engineMethod ? 0 : 1);
     state::writeRipSettings(platform.files, platform.log, folders, settings);
-    return platform.files.writeWhole(state::inFolder(programFolder, disc::handoverName), handOver);
+    return platform.files.writeWhole(state::inFolder(platform::programFolder, disc::handoverName), handOver);
 }
 
 /// Whether the program has taken what it was given: a folder name with a double quote, say, would not come back from
@@ -267,11 +265,9 @@ base::Status RipCommand::startProgram()
         if (session_)
             session_->breakOff("the program was ended");
     });
-    const platform::Platform& p = *platform_;
-    program_ = std::make_unique<app::Program>(platform::Platform{p.files, *processes_, p.loop, p.clock, p.dialogs,
-                                                                 p.engine, p.acd, p.settings, p.system, p.help, p.log});
-    program_->start(programFolder);
-    return cameBackRight(settings_, program_->state().settings, p.files);
+    program_ = std::make_unique<app::Program>(processes_->in(*platform_));
+    program_->start(platform::programFolder);
+    return cameBackRight(settings_, program_->state().settings, platform_->files);
 }
 
 /// False when start-up has switched to the audio engine, since the drive could not be read otherwise.

@@ -1,5 +1,6 @@
 #include "console/rip_plan.h"
 
+#include "base/red_book.h"
 #include "base/text.h"
 #include "console/play_time.h"
 #include "console/wav_verdict.h"
@@ -71,7 +72,7 @@ RipPlan makePlan(Format format, const std::vector<std::size_t>& rows, const plat
         PlannedTrack planned;
         planned.row = static_cast<std::int32_t>(row);
         planned.track = table.tracks[row];
-        planned.soundBytes = planned.track.sectorCount * bytesPerSector;
+        planned.soundBytes = planned.track.sectorCount * base::red_book::bytesPerSector;
         run.currentName = naming::fileName(settings.nameFormat, disc, planned.row + 1, naming::shortestRippedName);
         if (looksAgain && run.currentName !=
                               naming::fileName(settings.nameFormat, disc, planned.row + 1, naming::shortestRebuiltName))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/red_book.h"
 #include "base/result.h"
 #include "console/options.h"
 #include "console/rip_checks.h"
@@ -50,8 +51,7 @@ std::vector<std::string> problemsOf(const RipPlan& plan, platform::FileSystem& f
 /// Seconds of that many bytes of sound.
 constexpr double playSeconds(std::int64_t soundBytes)
 {
-    constexpr double bytesPerSecond = 176400;
-    return static_cast<double>(soundBytes) / bytesPerSecond;
+    return static_cast<double>(soundBytes) / base::red_book::bytesPerSecond;
 }
 
 }

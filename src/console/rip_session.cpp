@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "console/command_line.h"
 #include "console/encoded_verdict.h"
+#include "console/exit_status.h"
 #include "console/genre_byte.h"
 #include "console/judged_file.h"
 #include "console/run_host.h"
@@ -343,7 +344,6 @@ Seconds RipSession::elapsed() const
 
 void RipSession::interrupt()
 {
-    constexpr int incomplete = 1;
     if (!interrupted_) {
         interrupted_ = true;
         program_.forms().ripdeck().icntla[state::stopButton].mouseUp(controls::MouseButton::left);
@@ -351,7 +351,7 @@ void RipSession::interrupt()
     }
     host_.endChildren();
     breakOff("the run was broken off");
-    platform_.processes.endProgram(incomplete);
+    platform_.processes.endProgram(static_cast<int>(ExitStatus::incomplete));
 }
 
 }

@@ -29,8 +29,8 @@ public:
     /// Selects the planned rows, presses Start, and returns when the run is over.
     RunEnd run();
 
-    /// Ctrl-C. The first one stops the run after the track in hand; the second one ends the encoders, breaks the run
-    /// off and ends the program.
+    /// Ctrl-C. The first one is the Stop key: the run ends after the track in hand, which a drive control breaks off;
+    /// the second one ends the encoders, breaks the run off and ends the program.
     void interrupt();
 
     /// Tells the view of every track that has no whole file, since the program is about to end; `why` for the

@@ -1,5 +1,7 @@
 #include "console/run_processes.h"
 
+#include "console/exit_status.h"
+
 #include <cstdlib>
 #include <utility>
 
@@ -33,9 +35,8 @@ std::optional<int> RunProcesses::exitCode(Child child)
 
 void RunProcesses::endProgram(int)
 {
-    constexpr int incomplete = 1;
     beforeEnd_();
-    real_.endProgram(incomplete);
+    real_.endProgram(static_cast<int>(ExitStatus::incomplete));
     std::abort();
 }
 
@@ -45,6 +46,12 @@ bool RunProcesses::allEnded()
     for (const auto& [child, code] : codes_)
         all = exitCode(child).has_value() && all;
     return all;
+}
+
+platform::Platform RunProcesses::in(const platform::Platform& world)
+{
+    return {world.files, *this,          world.loop,   world.clock, world.dialogs, world.engine,
+            world.acd,   world.settings, world.system, world.help,  world.log};
 }
 
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/platform.h"
 #include "platform/processes.h"
 
 #include <functional>
@@ -25,6 +26,9 @@ public:
 
     /// True when no child that was started here lives any more.
     bool allEnded();
+
+    /// The world with these processes in it.
+    platform::Platform in(const platform::Platform& world);
 
 private:
     platform::Processes& real_;

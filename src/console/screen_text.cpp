@@ -115,11 +115,4 @@ std::string fitted(std::string_view shownText, int columns)
     return base::utf8(kept) + "…";
 }
 
-std::string padded(std::string_view shownText, int columns)
-{
-    std::string text = fitted(shownText, columns);
-    text.append(static_cast<std::size_t>(std::max(0, columns - columnsOf(text))), ' ');
-    return text;
-}
-
 }

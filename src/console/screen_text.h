@@ -22,7 +22,4 @@ int columnsOf(std::string_view shownText);
 /// At most `columns` columns of such a text; where something had to go, it ends in "…".
 std::string fitted(std::string_view shownText, int columns);
 
-/// fitted(), then filled with blanks up to exactly `columns`.
-std::string padded(std::string_view shownText, int columns);
-
 }

@@ -25,8 +25,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::wstring_view programFolder = L"C:\\CDTONQUAY";
-
 /// One file of the command line that can stand in the queue.
 struct QueuedFile {
     std::string named{}; ///< as the user wrote it
@@ -161,6 +159,37 @@ void Conversion::complain(const std::string& named, const std::string& problem)
     screen_.complain("tonquay: " + shownBytes(named + ": " + problem));
 }
 
+base::Result<std::wstring> decoderOf(RunHost& host, platform::Platform& platform)
+{
+    if (const platform::MachinePrograms programs = host.programs();
+        !programs.lame && programs.lame.failure().kind == base::Failure::Kind::notFound)
+        return base::Failure{base::Failure::Kind::notFound, "lame",
+                             "it decodes MP3 files, and is not on PATH; install the package lame"};
+    auto chosen = chooseEncoder(Format::mp3, std::nullopt, host, platform);
+    if (!chosen)
+        return chosen.failure();
+    return std::move(chosen->path);
+}
+
+/// Fills the queue of a program's dialog, presses its key, and returns when the last file is done.
+void convert(Conversion& conversion, const std::wstring& decoder, const platform::Platform& platform)
+{
+    RunProcesses processes(platform.processes, [] {});
+    processes.followEnds(
+        [&](platform::Processes::Child child) { conversion.decoderEnded(processes.exitCode(child).value_or(1)); });
+    app::Program program(processes.in(platform));
+    state::AppState& state = program.state();
+    state.folders.appFolder = platform::programFolder;
+    state.folders.windowsFolder = platform.system.windowsFolder();
+    state.settings.encoderPath = decoder;
+    state::CdriptabControls& form = program.forms().controlsOf<state::CdriptabControls>();
+    const auto following =
+        form.converting.follow([&conversion](const state::Mp3InHand& file) { conversion.handOver(file.number - 1); });
+    form.List6.append(conversion.rows());
+    form.List6.click();
+    form.Command17.press();
+}
+
 }
 
 ExitStatus toWav(Screen& screen, const ToWavOptions& options, RunHost& host)
@@ -184,12 +213,7 @@ ExitStatus toWav(Screen& screen, const ToWavOptions& options, RunHost& host)
     }
     platform::Platform platform = *opened;
     ending = &platform.processes;
-    if (const platform::MachinePrograms programs = host.programs();
-        !programs.lame && programs.lame.failure().kind == base::Failure::Kind::notFound) {
-        screen.complain("tonquay: lame: it decodes MP3 files, and is not on PATH; install the package lame");
-        return ExitStatus::usage;
-    }
-    const auto decoder = chooseEncoder(Format::mp3, std::nullopt, host, platform);
+    const auto decoder = decoderOf(host, platform);
     if (!decoder) {
         screen.complain("tonquay: " + shownBytes(base::describe(decoder.failure())));
         return ExitStatus::usage;
@@ -199,21 +223,7 @@ ExitStatus toWav(Screen& screen, const ToWavOptions& options, RunHost& host)
     for (const std::string& file : options.files)
         conversion->take(file);
 
-    RunProcesses processes(platform.processes, [] {});
-    processes.followEnds(
-        [&](platform::Processes::Child child) { conversion->decoderEnded(processes.exitCode(child).value_or(1)); });
-    app::Program program({platform.files, processes, platform.loop, platform.clock, platform.dialogs, platform.engine,
-                          platform.acd, platform.settings, platform.system, platform.help, platform.log});
-    state::AppState& state = program.state();
-    state.folders.appFolder = programFolder;
-    state.folders.windowsFolder = platform.system.windowsFolder();
-    state.settings.encoderPath = decoder->path;
-    state::CdriptabControls& form = program.forms().controlsOf<state::CdriptabControls>();
-    const auto following =
-        form.converting.follow([&conversion](const state::Mp3InHand& file) { conversion->handOver(file.number - 1); });
-    form.List6.append(conversion->rows());
-    form.List6.click();
-    form.Command17.press();
+    convert(*conversion, *decoder, platform);
     return conversion->status();
 }
 

@@ -1,5 +1,6 @@
 #include "console/track_part.h"
 
+#include "base/red_book.h"
 #include "console/play_time.h"
 
 #include <algorithm>
@@ -9,7 +10,7 @@ namespace tonquay::console {
 namespace {
 
 constexpr std::int64_t msPerSecond = 1000;
-constexpr std::int64_t bytesPerSecond = sectorsPerSecond * bytesPerSector;
+constexpr std::int64_t bytesPerSecond = base::red_book::bytesPerSecond;
 
 base::Failure wrong(const char* option, std::string text)
 {
@@ -28,7 +29,7 @@ base::Result<std::optional<TrackPart>> partOf(const RipOptions& options, const s
         return wrong(given, "only --method normal, synchronous and burst read a part of a track");
     if (rows.size() != 1)
         return wrong(given, "a part is of one track; name it with --tracks");
-    const std::int64_t trackBytes = tracks[rows.front()].sectorCount * bytesPerSector;
+    const std::int64_t trackBytes = tracks[rows.front()].sectorCount * base::red_book::bytesPerSector;
     const std::int64_t from = options.fromSeconds.value_or(0);
     if (from * bytesPerSecond >= trackBytes)
         return wrong("--from", "the track ends before this");

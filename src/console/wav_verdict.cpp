@@ -1,7 +1,7 @@
 #include "console/wav_verdict.h"
 
+#include "base/wav_header.h"
 #include "console/judged_file.h"
-#include "console/wav_header.h"
 
 #include <fmt/format.h>
 
@@ -34,9 +34,7 @@ constexpr std::array fields{
     Field{34, 2, 16, "bits per sample"},
 };
 
-constexpr std::size_t riffSizeOffset = 4;
-
-std::string headerProblem(const WavHeader& header, std::int64_t sampleBytes)
+std::string headerProblem(const base::WaveHeaderBytes& header, std::int64_t sampleBytes)
 {
     for (const Mark& mark : marks)
         if (!header.has(mark.offset, mark.text))
@@ -46,8 +44,8 @@ std::string headerProblem(const WavHeader& header, std::int64_t sampleBytes)
         if (value != field.value)
             return fmt::format("the {} in its header is {} instead of {}", field.name, value, field.value);
     }
-    const std::int64_t dataSize = header.number(WavHeader::dataSizeOffset, 4);
-    const std::int64_t riffSize = header.number(riffSizeOffset, 4);
+    const std::int64_t dataSize = header.number(base::dataSizeOffset, 4);
+    const std::int64_t riffSize = header.number(base::riffSizeOffset, 4);
     if (dataSize == 0 && sampleBytes != 0)
         return "its header tells of no samples: the writing was broken off";
     if (dataSize != sampleBytes)
@@ -76,7 +74,7 @@ WavVerdict judgeWav(const std::filesystem::path& path, const WavExpectation& exp
         return broken(
             fmt::format("{} of {} bytes could be read from the disc", expected.bytesRead, expected.sampleBytes));
 
-    WavHeader header;
+    base::WaveHeaderBytes header;
     if (length < std::ssize(header.bytes) || !file.readAt(0, header.bytes))
         return broken(fmt::format("the file ends in its header, after {} bytes", length));
     const std::string problem = headerProblem(header, expected.sampleBytes);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/wav_header.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -27,7 +29,7 @@ WavVerdict judgeWav(const std::filesystem::path& file, const WavExpectation& exp
 /// A WAV file of that many sample bytes, header included.
 constexpr std::int64_t wavFileBytes(std::int64_t sampleBytes)
 {
-    return sampleBytes + 44;
+    return sampleBytes + base::waveHeaderBytes;
 }
 
 }

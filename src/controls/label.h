@@ -26,6 +26,13 @@ struct Label {
     Handler<MouseButton> mouseDown;
     Handler<MouseButton> mouseUp;
     Handler<> doubleClick;
+
+    /// What a click by the user does.
+    void click() const
+    {
+        mouseDown(MouseButton::left);
+        mouseUp(MouseButton::left);
+    }
 };
 
 /// A picture that works as a key. Its picture is one of a few looks, told apart by number.

@@ -57,8 +57,7 @@ void CommandKeys::goToPlayer()
     const std::wstring command = state::inFolder(state_.folders.appFolder, L"tqlaunch.exe");
     passOver(platform_.log, platform_.processes.start(command, platform::Processes::WindowStyle::normal),
              "Start the player");
-    main_.Label28.mouseDown(controls::MouseButton::left);
-    main_.Label28.mouseUp(controls::MouseButton::left);
+    main_.Label28.click();
 }
 
 void CommandKeys::openSetup(std::int32_t tab)
@@ -71,8 +70,7 @@ void CommandKeys::openSetup(std::int32_t tab)
 
 void CommandKeys::openPartialRip()
 {
-    constexpr std::int16_t firstWithoutParts = 3;
-    if (state_.settings.ripMethod >= firstWithoutParts || state_.path.ripEngineMode == 0) {
+    if (state_.settings.ripMethod >= state::analogMethod || state_.path.ripEngineMode == 0) {
         platform_.dialogs.messageBox(L"CD-Tonquay",
                                      L"Partial track rip option not available when using Advanced Digital rip mode",
                                      platform::Dialogs::Icon::information);

@@ -11,7 +11,6 @@ using platform::AudioEngine;
 
 namespace {
 
-constexpr std::int16_t analogMethod = 3;
 constexpr std::int32_t toTheEnd = -1;
 
 }
@@ -45,7 +44,7 @@ Preview::Preview(state::AppState& state, state::Forms& forms, engine::Playback& 
 
 bool Preview::streamIsTheRuns() const
 {
-    return usesEngine() && state_.flags.ripBusy == 1;
+    return usesEngine() && state_.flags.ripBusy == 1 && state_.flags.encodeOnly != 1;
 }
 
 void Preview::previous()
@@ -83,10 +82,22 @@ void Preview::showRow(std::int32_t row)
         state_.engine.acdResult = platform_.acd.PlayTrack(static_cast<std::int16_t>(number), 0, toTheEnd);
     }
     setPaused(false);
+    showBegun(number);
+}
+
+void Preview::showBegun(std::int32_t number)
+{
     state_.flags.previewActive = 1;
     main_.Label8.caption = base::digits(number);
     main_.Label13.caption = std::wstring(base::trim(state_.disc.trackTitles(number)));
     main_.Label66.colour = state_.theme.highlight();
+}
+
+void Preview::showEnded()
+{
+    main_.Label8.caption = L"0";
+    main_.Label13.caption = L"";
+    main_.Label66.colour = state_.theme.normal();
 }
 
 void Preview::play()
@@ -143,9 +154,7 @@ void Preview::stop()
     state_.flags.previewActive = 0;
     if (!usesEngine())
         platform_.acd.StopPlay();
-    main_.Label8.caption = L"0";
-    main_.Label13.caption = L"";
-    main_.Label66.colour = state_.theme.normal();
+    showEnded();
 }
 
 void Preview::eject()
@@ -159,7 +168,7 @@ void Preview::eject()
     }
     if (state_.flags.previewActive == 1)
         endPreview();
-    if (state_.settings.ripMethod == analogMethod && forms_.loaded<state::CdrecaltControls>())
+    if (state_.settings.ripMethod == state::analogMethod && forms_.loaded<state::CdrecaltControls>())
         forms_.cdrecalt().cmdCancel();
     platform_.acd.AbortRip();
     platform_.acd.Eject();
@@ -170,11 +179,8 @@ void Preview::startByControl()
     if (streamIsTheRuns() || state_.flags.previewActive == 1)
         return;
     const std::int32_t number = main_.list1.cursor() + 1;
-    state_.flags.previewActive = 1;
     state_.engine.acdResult = platform_.acd.PlayTrack(static_cast<std::int16_t>(number), 0, toTheEnd);
-    main_.Label8.caption = base::digits(number);
-    main_.Label13.caption = std::wstring(base::trim(state_.disc.trackTitles(number)));
-    main_.Label66.colour = state_.theme.highlight();
+    showBegun(number);
 }
 
 void Preview::endPreview()
@@ -182,9 +188,7 @@ void Preview::endPreview()
     state_.flags.previewActive = 0;
     setPaused(false);
     platform_.acd.StopPlay();
-    main_.Label8.caption = L"0";
-    main_.Label13.caption = L"";
-    main_.Label66.colour = state_.theme.normal();
+    showEnded();
 }
 
 void Preview::seek(double fraction)

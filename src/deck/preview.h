@@ -12,7 +12,7 @@ namespace tonquay::deck {
 /// The transport keys that play a track to listen to it: previous, next, play, pause, and what Stop and Eject do to a
 /// preview. They work on the audio engine or the drive control, whichever reads the disc.
 ///
-/// While a run is on with the audio engine they do nothing: the stream is the run's.
+/// While a run reads with the audio engine they do nothing: the stream is the run's.
 class Preview {
 public:
     Preview(state::AppState& state, state::Forms& forms, engine::Playback& playback, platform::Platform& platform);
@@ -36,6 +36,8 @@ private:
     void eject();
     void startRow(std::int32_t row);
     void showRow(std::int32_t row);
+    void showBegun(std::int32_t number);
+    void showEnded();
     void startByControl();
     void setPaused(bool paused);
 

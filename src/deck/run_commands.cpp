@@ -49,14 +49,13 @@ void RunCommands::start()
 
 void RunCommands::stop()
 {
-    constexpr std::int16_t analogMethod = 3;
     preview_.stop();
     main_.Label8.caption = L"0";
     main_.Label13.caption = L"";
     // Only a run takes the request; one that is left over would stop the next run after its first track.
     if (state_.flags.ripBusy == 1)
         state_.flags.stopRequested = 1;
-    if (state_.settings.ripMethod == analogMethod && forms_.loaded<state::CdrecaltControls>())
+    if (state_.settings.ripMethod == state::analogMethod && forms_.loaded<state::CdrecaltControls>())
         forms_.cdrecalt().cmdCancel();
     if (state_.path.ripEngineMode == 1)
         platform_.acd.AbortRip();

@@ -8,7 +8,7 @@
 
 namespace tonquay::deck {
 
-/// The keys around a run: Start and Stop, and selecting and clearing the tracks for it.
+/// The keys around a run: Start and Stop.
 class RunCommands {
 public:
     RunCommands(state::AppState& state, state::Forms& forms, rip::RipDriver& driver, Preview& preview,
@@ -17,7 +17,8 @@ public:
     /// Rips the selected tracks; returns at the end of the run. Nothing happens with no track selected or a run on.
     void start();
 
-    /// Ends a preview, and a run after the track in hand.
+    /// Ends a preview and takes all selections away. A run ends after the track in hand, which the drive control breaks
+    /// off and the audio engine finishes.
     void stop();
 
 private:

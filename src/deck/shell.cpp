@@ -47,10 +47,7 @@ void Shell::backgroundPressed(MouseButton button)
 void Shell::keyPressed(controls::Key key)
 {
     switch (key) {
-    case controls::Key::escape:
-        main_.Label28.mouseDown(MouseButton::left);
-        main_.Label28.mouseUp(MouseButton::left);
-        break;
+    case controls::Key::escape: main_.Label28.click(); break;
     case controls::Key::f1: helpOpen(); break;
     }
 }

@@ -20,9 +20,6 @@ namespace tonquay::deck {
 
 namespace {
 
-constexpr std::int16_t burstMethod = 2;
-constexpr std::int16_t analogMethod = 3;
-constexpr std::int16_t digital2Method = 4;
 constexpr std::wstring_view playerTracksName = L"pgmtrks.tmp";
 
 void applyFont(controls::Label& label, const state::DisplayFont& font, const state::Theme& theme)
@@ -88,17 +85,12 @@ void StartUp::findSystemFolders()
 
 void StartUp::decideRipPath()
 {
-    state_.path.ripEngineMode = 0;
-    const std::wstring path = state::inFolder(state_.folders.appFolder, L"riptype.ini");
-    if (!platform_.files.fileExists(path)) {
+    const auto stored = state::readRipType(platform_.files, platform_.log, state_.folders);
+    state_.path.ripEngineMode = stored.value_or(0);
+    if (!stored)
         state::writeRipType(platform_.files, platform_.log, state_.folders, 0);
-        state_.settings.ripMethod = digital2Method;
-        return;
-    }
-    if (const auto text = state::settingsText(platform_.files, platform_.log, path))
-        base::SequentialReader(*text).read(state_.path.ripEngineMode);
     if (state_.path.ripEngineMode == 0)
-        state_.settings.ripMethod = digital2Method;
+        state_.settings.ripMethod = state::engineMethod;
 }
 
 void StartUp::setUpDriveControl()
@@ -213,12 +205,12 @@ bool StartUp::noDrive() const
 void StartUp::handleMissingDrive()
 {
     if (noDrive()) {
-        if (state_.settings.ripMethod < analogMethod)
+        if (state_.settings.ripMethod < state::analogMethod)
             leadToSetup();
-        else if (state_.settings.ripMethod <= digital2Method)
+        else if (state_.settings.ripMethod <= state::engineMethod)
             discTable_.analogtrks();
     }
-    if (noDrive() && state_.settings.ripMethod < analogMethod)
+    if (noDrive() && state_.settings.ripMethod < state::analogMethod)
         platform_.dialogs.messageBox(L"CD-Tonquay", L"Please select a CD/DVD Drive in the CD Ripper Setup Section!",
                                      platform::Dialogs::Icon::exclamation);
 }
@@ -230,8 +222,8 @@ void StartUp::leadToSetup()
                                  L"section before using the CD Ripper for the first time!",
                                  platform::Dialogs::Icon::information);
     main_.form.windowState = controls::Form::WindowState::minimised;
-    state_.settings.ripMethod = burstMethod;
-    forms_.cdriptab().List4.setIndex(burstMethod);
+    state_.settings.ripMethod = state::burstMethod;
+    forms_.cdriptab().List4.setIndex(state::burstMethod);
     forms_.cdripbg().form.show();
     forms_.cdriptab().form.show();
     forms_.cdriptab().tab = state::settingsTab;

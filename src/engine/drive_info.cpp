@@ -2,6 +2,7 @@
 
 #include "base/format.h"
 #include "base/numbers.h"
+#include "base/red_book.h"
 
 #include <array>
 
@@ -12,9 +13,6 @@ namespace {
 /// The bits of the drive's abilities, in the order of chkRWFlags.
 constexpr std::array<std::uint32_t, state::abilityFlags> abilityBits{
     0x1, 0x2, 0x4, 0x8, 0x10, 0x20, 0x100000, 0x200000, 0x400000, 0x1000000, 0x2000000};
-
-/// One second of CD sound: 44100 frames of two 16-bit channels.
-constexpr double bytesPerSecond = 176400;
 
 std::wstring kbps(std::uint32_t value)
 {
@@ -68,7 +66,7 @@ void DriveInfo::LoadTrackList()
     const std::int32_t tracks = c_.engine.BASS_CD_GetTracks(c_.engineDrive);
     if (tracks == -1)
         return;
-    // Asking makes the drive read its CD-Text; the names shown are the disc's as they were handed over.
+    // The names that are shown are the disc's as they were handed over, so the answer is not used.
     c_.engine.BASS_CD_GetID(c_.engineDrive, platform::AudioEngine::BASS_CDID_TEXT);
     state::DiscInfo& disc = c_.state.disc;
     form.txtCDArtist.text = disc.discArtist;
@@ -77,7 +75,8 @@ void DriveInfo::LoadTrackList()
         const std::int32_t length = c_.engine.BASS_CD_GetTrackLength(c_.engineDrive, static_cast<std::uint32_t>(i));
         if (length <= 0)
             continue;
-        const auto seconds = static_cast<std::int32_t>(base::roundHalfEven(length / bytesPerSecond));
+        const auto seconds = static_cast<std::int32_t>(
+            base::roundHalfEven(static_cast<double>(length) / base::red_book::bytesPerSecond));
         disc.trackSeconds.set(i + 1, seconds);
         form.lstTracks.add(base::twoDigits(i + 1) + L'\t' + disc.trackTitles(i + 1) + L"\t[" + Seconds2HMS(seconds) +
                            L']');

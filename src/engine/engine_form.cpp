@@ -1,6 +1,7 @@
 #include "engine/engine_form.h"
 
 #include "base/numbers.h"
+#include "base/red_book.h"
 #include "base/text.h"
 #include "engine/extraction_to_wav.h"
 
@@ -51,7 +52,7 @@ EngineForm::~EngineForm()
 void EngineForm::load()
 {
     constexpr std::int32_t defaultDevice = 1;
-    constexpr std::uint32_t frequency = 44100;
+    constexpr std::uint32_t frequency = base::red_book::samplesPerSecond;
     state::Cdrip1Controls& form = context_.form;
     AudioEngine& engine = context_.engine;
 

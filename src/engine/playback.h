@@ -7,8 +7,8 @@
 namespace tonquay::engine {
 
 /// Plays tracks of the disc, one after the other without end. Tracks count from 0; -1 is no track, which the engine
-/// refuses. While an extraction is in hand the stream is its own, and every call here but the volume label does
-/// nothing.
+/// refuses. While an extraction is in hand the stream is its own, and every call here but openDoor() and the volume
+/// label does nothing.
 class Playback {
 public:
     explicit Playback(EngineContext& context);

@@ -24,7 +24,6 @@ using namespace tonquay;
 
 namespace {
 
-constexpr std::wstring_view programFolder = L"C:\\CDTONQUAY";
 constexpr const char* discsVariable = "TONQUAY_DISCS";
 
 /// The drives of this machine behind the images that were opened.
@@ -115,7 +114,7 @@ launcher::Machine prepareMachine(const host::Places& places, const platform::Pla
     const auto programPath = [&](const std::string& path) {
         return path.empty() ? std::wstring() : platform.files.programPath(path);
     };
-    return {.programFolder = std::wstring(programFolder),
+    return {.programFolder = std::wstring(platform::programFolder),
             .keptNamesFolder = host::makeFolders(places.discNames) ? programPath(places.discNames) : std::wstring(),
             .ripper = programPath(ripperFile()),
             .musicFolder = !music.empty() && host::makeFolders(music) ? programPath(music) : std::wstring(),

@@ -1,5 +1,7 @@
 #include "launcher/names_form.h"
 
+#include "base/red_book.h"
+
 #include <QFormLayout>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -16,9 +18,8 @@ enum TitleColumn { numberColumn, titleColumn, timeColumn, titleColumns };
 
 QString timeText(const platform::DiscTrack& track)
 {
-    constexpr int sectorsPerSecond = 75;
     constexpr int secondsPerMinute = 60;
-    const int seconds = track.sectorCount / sectorsPerSecond;
+    const int seconds = track.sectorCount / base::red_book::sectorsPerSecond;
     return QStringLiteral("%1:%2")
         .arg(seconds / secondsPerMinute)
         .arg(seconds % secondsPerMinute, 2, 10, QLatin1Char('0'));

@@ -35,6 +35,9 @@ public:
     [[nodiscard]] virtual base::Status close() = 0;
 };
 
+/// Where the program's own folder is, wherever it lies.
+inline constexpr std::wstring_view programFolder = L"C:\\CDTONQUAY";
+
 /// Files and folders, named the way this program names them: drive letters and backslashes, joined by text.
 ///
 /// `C:` is the host's root, and the program's own folder is `C:\CDTONQUAY` wherever it lies. `D:` and on are the

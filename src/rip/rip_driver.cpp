@@ -61,13 +61,12 @@ bool RipDriver::runIsOn() const
 
 void RipDriver::prepare()
 {
-    constexpr std::int16_t firstAnalogMethod = 3;
     state::RipSettings& settings = state_.settings;
     state_.flags.encodeBusy = 0;
     state_.flags.ripBusy = 1;
     state_.flags.analogBusy = 0;
     settings.encoderPath = base::upper(base::trim(settings.encoderPath));
-    if (state_.path.ripEngineMode == 1 && settings.ripMethod < firstAnalogMethod)
+    if (state_.path.ripEngineMode == 1 && settings.ripMethod < state::analogMethod)
         platform_.acd.SetRipMode(settings.ripMethod);
     keptWavList_.clear();
     state_.run.selectedCount = main_.list1.selectedCount();

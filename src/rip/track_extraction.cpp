@@ -32,8 +32,7 @@ std::int32_t wholeMs(double value)
 
 void TrackExtraction::extract(std::int32_t row, const std::wstring& wavPath)
 {
-    constexpr std::int16_t analogMethod = 3;
-    if (state_.settings.ripMethod == analogMethod)
+    if (state_.settings.ripMethod == state::analogMethod)
         captureAnalog(row, wavPath);
     else if (state_.path.ripEngineMode == 1)
         extractByControl(row, wavPath);

@@ -8,8 +8,6 @@ namespace tonquay::setup {
 
 namespace {
 
-constexpr std::int16_t engineMethod = 4;
-
 /// The drive is a device of the system here, and what keeps it away is a cable or a permission.
 constexpr std::wstring_view noDriveText =
     L"Drive detection error, ASPI manager not loaded onto your system!\n\n"
@@ -39,7 +37,7 @@ void DriveList::fill()
 {
     form_.List2.clear();
     form_.List3.clear();
-    if (state_.settings.ripMethod == engineMethod)
+    if (state_.settings.ripMethod == state::engineMethod)
         state_.path.ripEngineMode = 0;
     if (state_.path.ripEngineMode == 0)
         listEngineDrives();
@@ -49,7 +47,7 @@ void DriveList::fill()
 
 void DriveList::listEngineDrives()
 {
-    state_.settings.ripMethod = engineMethod;
+    state_.settings.ripMethod = state::engineMethod;
     controls::ComboBox& drives = forms_.cdrip1().cmbCDDrives;
     for (std::int32_t i = 0; i < drives.rowCount(); ++i)
         form_.List2.add(drives.row(i).text);

@@ -8,8 +8,6 @@ namespace tonquay::setup {
 
 namespace {
 
-constexpr std::int16_t engineMethod = 4;
-
 std::int16_t flag(bool value)
 {
     return value ? std::int16_t{1} : std::int16_t{0};
@@ -81,7 +79,7 @@ void saveset(platform::FileSystem& files, platform::Diagnostics& log, const Setu
              state::CdriptabControls& form, state::AppState& state)
 {
     state::RipSettings& settings = state.settings;
-    state.path.ripEngineMode = flag(settings.ripMethod != engineMethod);
+    state.path.ripEngineMode = flag(settings.ripMethod != state::engineMethod);
     state::writeRipType(files, log, state.folders, state.path.ripEngineMode);
 
     cutDriveRoot(settings.outputFolder);
@@ -108,7 +106,7 @@ void saveset(platform::FileSystem& files, platform::Diagnostics& log, const Setu
     if (settings.ripToWma == 1) {
         // The file that was written above catches up at the next save, or at the restart that follows.
         state.path.ripEngineMode = 0;
-        settings.ripMethod = engineMethod;
+        settings.ripMethod = state::engineMethod;
     }
     state::writeRipSettings(files, log, state.folders, settings);
 }

@@ -19,8 +19,6 @@ using platform::Dialogs;
 
 namespace {
 
-constexpr std::int16_t analogMethod = 3;
-
 /// The rip modes by their number.
 constexpr std::array ripModes{L"Normal", L"Synchronous", L"Burst", L"Analog", L"Digital 2 (default)"};
 
@@ -91,13 +89,13 @@ void SetupPage::accept()
     if (state_.path.ripEngineMode != modeBefore)
         return restart();
     const std::int16_t method = state_.settings.ripMethod;
-    if (base::isBlank(state_.settings.driveLetter) && method != analogMethod) {
+    if (base::isBlank(state_.settings.driveLetter) && method != state::analogMethod) {
         platform_.dialogs.messageBox(L"CD-Tonquay", L"Please select a CD-ROM/DVD drive above!",
                                      Dialogs::Icon::exclamation);
         form_.focusWanted = state::SetupFocus::drives;
         return;
     }
-    if (method == analogMethod)
+    if (method == state::analogMethod)
         discTable_.analogtrks();
     close();
 }

@@ -142,6 +142,17 @@ void writeRipSettings(platform::FileSystem& files, platform::Diagnostics& log, c
     passOver(log, files.writeWhole(path, writer.bytes()), "Write the settings");
 }
 
+std::optional<std::int16_t> readRipType(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders)
+{
+    const std::wstring path = inFolder(folders.appFolder, ripTypeName);
+    if (!files.fileExists(path))
+        return std::nullopt;
+    std::int16_t ripEngineMode = 0;
+    if (const auto text = settingsText(files, log, path))
+        base::SequentialReader(*text).read(ripEngineMode);
+    return ripEngineMode;
+}
+
 void writeRipType(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
                   std::int16_t ripEngineMode)
 {
@@ -155,7 +166,7 @@ void ForceAltRipMode(platform::FileSystem& files, platform::Diagnostics& log, co
 {
     path.ripEngineMode = 0;
     writeRipType(files, log, folders, path.ripEngineMode);
-    settings.ripMethod = 4;
+    settings.ripMethod = engineMethod;
 }
 
 }

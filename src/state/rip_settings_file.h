@@ -5,6 +5,8 @@
 #include "state/forms.h"
 #include "state/settings.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,6 +28,10 @@ void racdset(platform::FileSystem& files, platform::Diagnostics& log, const Fold
 /// Writes acdset.ini in the program folder, which becomes the current folder.
 void writeRipSettings(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
                       const RipSettings& settings);
+
+/// The number in riptype.ini of the program folder; 0 when it holds none, nothing without the file.
+std::optional<std::int16_t> readRipType(platform::FileSystem& files, platform::Diagnostics& log,
+                                        const Folders& folders);
 
 /// Writes riptype.ini in the program folder.
 void writeRipType(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,

@@ -15,7 +15,7 @@ enum AutoTagMode : std::int16_t {
 /// What is going on. 1 is yes. Handlers that run in the middle of a run look here before they act.
 struct RunFlags {
     std::int16_t ripBusy = 0;       ///< from the start of a run to its very end
-    std::int16_t encodeBusy = 0;    ///< an outside encoder is at work
+    std::int16_t encodeBusy = 0;    ///< from an encoder's start to the end of one that is waited for
     std::int16_t stopRequested = 0; ///< Stop was given during a run; taken by the run
     std::int16_t encodeOnly = 0;    ///< the run extracts nothing
     std::int16_t analogBusy = 0;    ///< one analog capture runs

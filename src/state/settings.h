@@ -14,6 +14,15 @@ struct Folders {
     std::wstring dataFolder;    ///< default folder for data
 };
 
+/// How a disc is read: RipSettings::ripMethod.
+enum RipMethod : std::int16_t {
+    normalMethod = 0,      ///< the drive control, with overlapping and repeated readings
+    synchronousMethod = 1, ///< the drive control, with overlapping readings
+    burstMethod = 2,       ///< the drive control, each sector once
+    analogMethod = 3,      ///< what a drive plays is recorded
+    engineMethod = 4,      ///< the audio engine
+};
+
 /// The 22 fields of acdset.ini, in their order, each at the value that it has without the file.
 struct RipSettings {
     std::wstring driveLetter;  ///< one letter as the drive layer reports it
@@ -29,7 +38,7 @@ struct RipSettings {
     std::int16_t bitrateIndex = 8; ///< into the 14 rates from 32 to 320 kbps; 8 is 128
     std::wstring encoderCmdLine;   ///< the user's own switches; empty: the built ones
     std::wstring encoderFileExt;
-    std::int16_t ripMethod = 4;    ///< 0 Normal, 1 Synchronous, 2 Burst, 3 Analog, 4 Digital 2
+    std::int16_t ripMethod = engineMethod;
     std::int16_t dirMode = 2;      ///< folders: 0 none, 1 artist, 2 artist and album
     std::int16_t encodeSingle = 0; ///< 0 batch, 1 each track at once
     std::int16_t vbrQuality = 0;   ///< 0 best to 9

@@ -51,7 +51,7 @@ void readDisplayFonts(platform::FileSystem& files, platform::Diagnostics& log, c
 void readTheme(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders, Theme& theme,
                bool& plainTrackFont);
 
-/// TQWIN7.INI: whether the window keeps its place, and the look of the keypad.
+/// TQWIN7.INI: whether the stored place is left alone, and the look of the keypad.
 void readWindowChoices(platform::FileSystem& files, platform::Diagnostics& log, const Folders& folders,
                        WindowState& window);
 

@@ -206,6 +206,16 @@ TEST_F(WholeProgram, transportKeysWalkTheListAndShowWhatPlays)
     EXPECT_EQ(main.Label8.caption.get(), L"0");
 }
 
+TEST_F(WholeProgram, stopSilencesAPreviewThatPlaysBesideEncoders)
+{
+    program.state().settings.encodeWanted = 1;
+    host.processes.scripts = {{.named = L"LAME", .lasts = 5s}};
+    press(state::playButton);
+    host.loop.after(1s, [&] { press(state::stopButton); });
+    program.forms().controlsOf<state::PopaControls>().pop[state::encodeEntry].choose();
+    EXPECT_EQ(host.engine.streamCount(), 0U);
+}
+
 TEST_F(WholeProgram, everyPreviewSoundsAsTheSlidersStand)
 {
     const auto gain = [this](std::uint32_t attribute) {

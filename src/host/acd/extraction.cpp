@@ -1,5 +1,6 @@
 #include "host/acd/extraction.h"
 
+#include "base/red_book.h"
 #include "base/result.h"
 #include "host/acd/sound_queue.h"
 #include "host/audio/checksum.h"
@@ -129,7 +130,7 @@ void Extraction::Work::watchSilence(std::uint64_t& answersThen, std::chrono::ste
     const auto seconds =
         std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - since).count();
     const std::uint64_t answers = journal.answers();
-    const auto second = (job.firstByte + delivered) / (75 * sectorBytes);
+    const auto second = (job.firstByte + delivered) / base::red_book::bytesPerSecond;
     log.line("extraction", job.name + ": no sound for " + std::to_string(seconds) + " s behind second " +
                                std::to_string(second) + " of the track; " +
                                (std::exchange(answersThen, answers) == answers ? "the drive does not answer"

@@ -1,5 +1,6 @@
 #include "host/acd/host_acd_control.h"
 
+#include "base/red_book.h"
 #include "base/text.h"
 #include "host/acd/drive_probe.h"
 #include "host/audio/sound.h"
@@ -16,8 +17,6 @@ namespace {
 
 constexpr std::int16_t started = 0;
 constexpr std::int16_t failed = 1;
-
-constexpr std::int64_t samplesPerSector = 588;
 
 /// 44.1 samples a millisecond.
 constexpr std::int64_t sampleAtMs(std::int64_t ms)
@@ -137,7 +136,8 @@ base::Result<std::int32_t> HostAcdControl::GetTrackLength(std::int16_t track)
     if (!place)
         return base::Failure{base::Failure::Kind::notFound, "track " + std::to_string(track),
                              "there is no such audio track"};
-    return static_cast<std::int32_t>(std::int64_t{tracks[*place].sectorCount} * 1000 / 75);
+    return static_cast<std::int32_t>(std::int64_t{tracks[*place].sectorCount} * 1000 /
+                                     base::red_book::sectorsPerSecond);
 }
 
 void HostAcdControl::SetRipMode(std::int16_t mode)
@@ -179,7 +179,7 @@ bool HostAcdControl::startExtraction(std::int16_t track, std::wstring_view path,
     if (!place)
         return refuse("there is no such audio track");
     const platform::DiscTrack& entry = tracks[*place];
-    const std::int64_t end = std::min(endSample, entry.sectorCount * samplesPerSector);
+    const std::int64_t end = std::min(endSample, entry.sectorCount * base::red_book::samplesPerSector);
     if (firstSample >= end)
         return refuse("the wanted part is behind the end of the track");
     // Empty first: the end of an older, longer file would stay behind the new sound.
@@ -189,25 +189,8 @@ bool HostAcdControl::startExtraction(std::int16_t track, std::wstring_view path,
     if (!file)
         return refuse(base::describe(file.failure()));
 
-    const auto news = std::make_shared<News>();
-    news->number = ++number_;
+    Extraction::Calls calls = callsOfNextExtraction();
     aborted_ = false;
-    const std::weak_ptr<const bool> alive = alive_;
-    Extraction::Calls calls;
-    calls.progress = [this, alive, news](std::int32_t tenths) {
-        news->tenths = tenths;
-        if (!news->posted.exchange(true))
-            loop_.post([this, alive, news] {
-                if (!alive.expired())
-                    tellProgress(news);
-            });
-    };
-    calls.ended = [this, alive, number = number_](const platform::DecodeReport& report) {
-        loop_.post([this, alive, number, report] {
-            if (!alive.expired())
-                extractionEnded(number, report);
-        });
-    };
     Extraction::Job job{.disc = std::move(disc),
                         .drive = static_cast<std::uint32_t>(drive_ - 1),
                         .track = track - 1,
@@ -224,6 +207,29 @@ bool HostAcdControl::startExtraction(std::int16_t track, std::wstring_view path,
         return refuse(std::string("no thread to read it: ") + error.what());
     }
     return true;
+}
+
+Extraction::Calls HostAcdControl::callsOfNextExtraction()
+{
+    const auto news = std::make_shared<News>();
+    news->number = ++number_;
+    const std::weak_ptr<const bool> alive = alive_;
+    Extraction::Calls calls;
+    calls.progress = [this, alive, news](std::int32_t tenths) {
+        news->tenths = tenths;
+        if (!news->posted.exchange(true))
+            loop_.post([this, alive, news] {
+                if (!alive.expired())
+                    tellProgress(news);
+            });
+    };
+    calls.ended = [this, alive, number = number_](const platform::DecodeReport& report) {
+        loop_.post([this, alive, number, report] {
+            if (!alive.expired())
+                extractionEnded(number, report);
+        });
+    };
+    return calls;
 }
 
 std::string HostAcdControl::nameOf(std::int16_t drive, std::int16_t track)
@@ -278,7 +284,7 @@ std::int16_t HostAcdControl::PlayTrack(std::int16_t track, std::int32_t start, s
     const auto place = disc ? placeOf(disc->tracks(), track) : std::nullopt;
     if (!place)
         return failed;
-    constexpr std::int64_t sectorsPerSecond = 75;
+    constexpr std::int64_t sectorsPerSecond = base::red_book::sectorsPerSecond;
     constexpr std::int64_t msPerSecond = 1000;
     const platform::DiscTrack entry = disc->tracks()[*place];
     const auto first = std::max(start, 0) * sectorsPerSecond / msPerSecond;

@@ -61,6 +61,7 @@ private:
 
     Drive* current();
     bool startExtraction(std::int16_t track, std::wstring_view path, std::int64_t firstSample, std::int64_t endSample);
+    Extraction::Calls callsOfNextExtraction();
     void tellProgress(const std::shared_ptr<News>& news);
     void extractionEnded(std::uint64_t number, const platform::DecodeReport& report);
     std::string nameOf(std::int16_t drive, std::int16_t track);

@@ -1,5 +1,7 @@
 #include "host/acd/read_journal.h"
 
+#include "base/red_book.h"
+
 #include <algorithm>
 
 namespace tonquay::host {
@@ -84,12 +86,11 @@ void ReadJournal::mark(int sector, Marks marks)
 
 platform::ReadTroubles ReadJournal::troubles(int delivered, int origin) const
 {
-    constexpr int sectorsPerSecond = 75;
     platform::ReadTroubles troubles;
     const std::lock_guard lock(mutex_);
     for (int i = 0; i < std::min(delivered, run_.count); ++i) {
         const Marks marks = marks_[static_cast<std::size_t>(i)];
-        const std::int32_t second = (run_.first + i - origin) / sectorsPerSecond;
+        const std::int32_t second = (run_.first + i - origin) / base::red_book::sectorsPerSecond;
         const bool wasRead = (marks & readMark) != 0;
         if ((marks & givenUpMark) != 0 || !wasRead)
             note(troubles.givenUp, second);

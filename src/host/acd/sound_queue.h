@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/red_book.h"
 #include "host/discs/disc.h"
 
 #include <chrono>
@@ -18,7 +19,7 @@ namespace tonquay::host {
 /// reader that is far ahead waits.
 class SoundQueue {
 public:
-    static constexpr std::size_t chunkBytes = 75 * Disc::sectorBytes;
+    static constexpr std::size_t chunkBytes = base::red_book::bytesPerSecond;
 
     struct Chunk {
         std::unique_ptr<std::byte[]> data;

@@ -1,5 +1,6 @@
 #include "host/audio/host_audio_engine.h"
 
+#include "base/red_book.h"
 #include "base/text.h"
 #include "host/audio/decode_stream.h"
 #include "host/audio/playback_stream.h"
@@ -278,7 +279,7 @@ bool HostAudioEngine::BASS_ChannelSetPosition(Handle stream, std::int64_t positi
 
 double HostAudioEngine::BASS_ChannelBytes2Seconds(Handle stream, std::int64_t position)
 {
-    return find(stream) ? static_cast<double>(position) / static_cast<double>(bytesPerSecond) : 0;
+    return find(stream) ? static_cast<double>(position) / base::red_book::bytesPerSecond : 0;
 }
 
 std::int32_t HostAudioEngine::BASS_ChannelGetData(Handle stream, std::span<std::byte> buffer)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/red_book.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -8,9 +10,8 @@
 /// Sound as it stands on an audio disc: 44100 Hz, 16-bit signed little-endian, left first (Red Book).
 namespace tonquay::host {
 
-constexpr std::int32_t framesPerSecond = 44100;
-constexpr std::size_t frameBytes = 4;
-constexpr std::int64_t bytesPerSecond = 176400;
+constexpr std::int32_t framesPerSecond = base::red_book::samplesPerSecond;
+constexpr std::size_t frameBytes = base::red_book::bytesPerSample;
 
 /// The largest distance from silence on each side, 0 to 32768.
 struct Peaks {

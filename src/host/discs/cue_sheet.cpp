@@ -1,5 +1,6 @@
 #include "host/discs/cue_sheet.h"
 
+#include "base/red_book.h"
 #include "base/text.h"
 
 #include <algorithm>
@@ -242,7 +243,7 @@ Status CueParser::index(std::wstring_view line)
     if (!time)
         return refuse("time " + shown(line) + " is no time");
     const bool sound = sheet_.files.back().kind == SheetFile::Kind::sound;
-    if (sound && track.sectorBytes != 2352)
+    if (sound && track.sectorBytes != base::red_book::bytesPerSector)
         return refuse("a sound file holds audio tracks only");
 
     const int fileIndex = static_cast<int>(sheet_.files.size()) - 1;

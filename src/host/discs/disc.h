@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/red_book.h"
 #include "base/result.h"
 #include "platform/discs.h"
 
@@ -21,7 +22,7 @@ namespace tonquay::host {
 /// drive until it is destroyed.
 class Disc {
 public:
-    static constexpr std::size_t sectorBytes = 2352;
+    static constexpr std::size_t sectorBytes = base::red_book::bytesPerSector;
 
     enum class ReadEnd {
         full,

@@ -64,17 +64,7 @@ std::size_t ImageFile::read(std::int64_t offset, std::span<std::byte> buffer)
 {
     if (sound_)
         return sound_->read(offset, buffer);
-    std::size_t done = 0;
-    while (done < buffer.size()) {
-        const ssize_t got = pread(descriptor_.get(), buffer.data() + done, buffer.size() - done,
-                                  offset + static_cast<std::int64_t>(done));
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0)
-            break;
-        done += static_cast<std::size_t>(got);
-    }
-    return done;
+    return readWhatIsThere(descriptor_.get(), buffer, offset);
 }
 
 std::int64_t ImageFile::lengthNow() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/red_book.h"
 #include "host/discs/sheet.h"
 
 #include <span>
@@ -18,9 +19,9 @@ struct Stretch {
     std::int64_t first = 0; ///< counted in sound bytes, Disc::sectorBytes a sector, from sector 0
     std::int64_t bytes = 0;
     From from = From::silence;
-    int file = 0;            ///< index into Sheet::files
-    std::int64_t offset = 0; ///< of the first byte, in that file or its decoded sound
-    int sectorBytes = 2352;  ///< from one stored sector to the next
+    int file = 0;                                     ///< index into Sheet::files
+    std::int64_t offset = 0;                          ///< of the first byte, in that file or its decoded sound
+    int sectorBytes = base::red_book::bytesPerSector; ///< from one stored sector to the next
 };
 
 /// The disc that a sheet and its files make: the table, and for each place in the program area where its sound is.

@@ -1,5 +1,6 @@
 #include "host/discs/nrg_image.h"
 
+#include "base/red_book.h"
 #include "host/discs/cd_text.h"
 #include "host/discs/nrg_chunks.h"
 
@@ -189,9 +190,9 @@ void NrgParser::cueTable(std::span<const std::byte> body)
             sector = static_cast<std::int32_t>(static_cast<std::uint32_t>(entry.take(4)));
         } else {
             entry.run(1);
-            sector = static_cast<std::int64_t>(entry.take(1)) * 60 * 75;
-            sector += static_cast<std::int64_t>(entry.take(1)) * 75;
-            sector += static_cast<std::int64_t>(entry.take(1)) - firstPregap;
+            const auto minutes = static_cast<std::int64_t>(entry.take(1));
+            const auto seconds = static_cast<std::int64_t>(entry.take(1));
+            sector = base::red_book::sectorAt(minutes, seconds, static_cast<std::int64_t>(entry.take(1))) - firstPregap;
         }
         constexpr std::uint64_t leadOut = 0xAA;
         if (index == 1 && number != leadOut)

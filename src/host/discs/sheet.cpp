@@ -1,5 +1,6 @@
 #include "host/discs/sheet.h"
 
+#include "base/red_book.h"
 #include "base/text.h"
 
 #include <algorithm>
@@ -64,7 +65,7 @@ std::optional<int> sectorsOfTime(std::string_view text)
         fields[i] = static_cast<int>(*field);
         text.remove_prefix(std::min(end + 1, text.size()));
     }
-    return (fields[0] * 60 + fields[1]) * 75 + fields[2];
+    return base::red_book::sectorAt(fields[0], fields[1], fields[2]);
 }
 
 bool hasSoundEnding(std::wstring_view name)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/red_book.h"
 #include "base/result.h"
 #include "platform/discs.h"
 
@@ -51,7 +52,7 @@ struct SheetPiece {
 struct SheetTrack {
     int number = 0;
     bool audio = true;
-    int sectorBytes = 2352;         ///< as stored; sound with sub-channel data has 2448
+    int sectorBytes = base::red_book::bytesPerSector; ///< as stored; sound with sub-channel data has 2448
     std::int64_t emptyBefore = 0;   ///< sectors of the disc before the first piece that the image does not hold
     std::vector<SheetPiece> pieces; ///< its pregap included
     std::size_t startPiece = 0;     ///< index 1 is at the beginning of this piece,
@@ -72,7 +73,7 @@ constexpr std::size_t maxSheetFiles = 250;
 constexpr std::size_t maxTextLength = 4096;
 
 /// The program area of a disc ends before 99:59:74, the last time that there is.
-constexpr std::int64_t maxDiscSectors = 99 * 60 * 75 + 59 * 75 + 74;
+constexpr std::int64_t maxDiscSectors = base::red_book::sectorAt(99, 59, 74);
 
 /// "sheet:line: text". Line 0 means the sheet as a whole.
 base::Failure sheetFailure(const std::string& path, int line, std::string text);

@@ -1,5 +1,7 @@
 #include "host/discs/sound_file.h"
 
+#include "base/red_book.h"
+
 #include <sndfile.h>
 #include <unistd.h>
 
@@ -16,7 +18,7 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little, "samples are handed on in the byte order of the disc");
 
-constexpr int rate = 44100;
+constexpr int rate = base::red_book::samplesPerSecond;
 constexpr int channels = 2;
 constexpr std::int64_t frameBytes = 4;
 constexpr std::int64_t noPosition = -1;

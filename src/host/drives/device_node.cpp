@@ -23,24 +23,16 @@ std::optional<DeviceNode> DeviceNode::open(const std::string& path, int& error)
         error = ENOTBLK;
         return std::nullopt;
     }
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    error = descriptor < 0 ? errno : 0;
-    if (descriptor < 0)
+    Descriptor descriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    error = descriptor ? 0 : errno;
+    if (!descriptor)
         return std::nullopt;
-    return DeviceNode(descriptor);
-}
-
-DeviceNode::DeviceNode(DeviceNode&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
-
-DeviceNode::~DeviceNode()
-{
-    if (descriptor_ >= 0)
-        ::close(descriptor_);
+    return DeviceNode(std::move(descriptor));
 }
 
 DeviceNode::Status DeviceNode::status() const
 {
-    const int answer = ::ioctl(descriptor_, CDROM_DRIVE_STATUS, CDSL_CURRENT);
+    const int answer = ::ioctl(descriptor_.get(), CDROM_DRIVE_STATUS, CDSL_CURRENT);
     switch (answer) {
     case CDS_NO_DISC: return Status::noDisc;
     case CDS_TRAY_OPEN: return Status::trayOpen;
@@ -52,12 +44,12 @@ DeviceNode::Status DeviceNode::status() const
 
 bool DeviceNode::mediaChanged() const
 {
-    return ::ioctl(descriptor_, CDROM_MEDIA_CHANGED, CDSL_CURRENT) != 0;
+    return ::ioctl(descriptor_.get(), CDROM_MEDIA_CHANGED, CDSL_CURRENT) != 0;
 }
 
 DeviceNode::Abilities DeviceNode::abilities() const
 {
-    const int answer = ::ioctl(descriptor_, CDROM_GET_CAPABILITY, 0);
+    const int answer = ::ioctl(descriptor_.get(), CDROM_GET_CAPABILITY, 0);
     if (answer < 0)
         return {};
     return {(answer & CDC_OPEN_TRAY) != 0, (answer & CDC_LOCK) != 0, (answer & CDC_PLAY_AUDIO) != 0,
@@ -66,17 +58,17 @@ DeviceNode::Abilities DeviceNode::abilities() const
 
 bool DeviceNode::eject() const
 {
-    return ::ioctl(descriptor_, CDROMEJECT, 0) == 0;
+    return ::ioctl(descriptor_.get(), CDROMEJECT, 0) == 0;
 }
 
 bool DeviceNode::closeTray() const
 {
-    return ::ioctl(descriptor_, CDROMCLOSETRAY, 0) == 0;
+    return ::ioctl(descriptor_.get(), CDROMCLOSETRAY, 0) == 0;
 }
 
 bool DeviceNode::lock(bool locked) const
 {
-    return ::ioctl(descriptor_, CDROM_LOCKDOOR, locked ? 1 : 0) == 0;
+    return ::ioctl(descriptor_.get(), CDROM_LOCKDOOR, locked ? 1 : 0) == 0;
 }
 
 bool saysNoMedium(const std::string& path)

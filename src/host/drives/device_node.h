@@ -1,7 +1,10 @@
 #pragma once
 
+#include "host/posix/descriptor.h"
+
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace tonquay::host {
 
@@ -23,10 +26,6 @@ public:
     /// `error` is 0 when the node is open, else an errno value; ENOTBLK for a file that is no block device.
     static std::optional<DeviceNode> open(const std::string& path, int& error);
 
-    ~DeviceNode();
-    DeviceNode(DeviceNode&& other) noexcept;
-    DeviceNode& operator=(DeviceNode&&) = delete;
-
     Status status() const;
 
     /// True once after each change of disc; also when the drive cannot tell.
@@ -39,9 +38,9 @@ public:
     bool lock(bool locked) const;
 
 private:
-    explicit DeviceNode(int descriptor) : descriptor_(descriptor) {}
+    explicit DeviceNode(Descriptor descriptor) : descriptor_(std::move(descriptor)) {}
 
-    int descriptor_;
+    Descriptor descriptor_;
 };
 
 /// True only when the drive itself says that no disc is in, or the drive is no longer there.

@@ -1,5 +1,7 @@
 #include "host/drives/drive_table.h"
 
+#include "base/red_book.h"
+
 #include <algorithm>
 
 namespace tonquay::host {
@@ -8,7 +10,7 @@ namespace {
 constexpr int lastTrackNumber = 99;
 
 // A hundred minutes is more than any disc holds; no sum of sectors can overflow below it.
-constexpr int lastSector = 100 * 60 * 75;
+constexpr int lastSector = base::red_book::sectorAt(100, 0, 0);
 
 bool makesSense(const RawTable& table)
 {

@@ -74,9 +74,12 @@ base::Status writeAt(int fd, std::span<const std::byte> bytes, std::int64_t offs
     return {};
 }
 
-base::Result<std::size_t> readAt(int fd, std::span<std::byte> buffer, std::int64_t offset, const std::string& where)
+namespace {
+
+/// Fills `buffer` from `offset` on; `done` tells how far. The errno value of what came between, 0 at the file's end.
+int fill(int fd, std::span<std::byte> buffer, std::int64_t offset, std::size_t& done)
 {
-    std::size_t done = 0;
+    done = 0;
     while (done < buffer.size()) {
         const ssize_t count =
             pread(fd, buffer.data() + done, buffer.size() - done, offset + static_cast<std::int64_t>(done));
@@ -85,8 +88,25 @@ base::Result<std::size_t> readAt(int fd, std::span<std::byte> buffer, std::int64
         if (count > 0)
             done += static_cast<std::size_t>(count);
         else if (errno != EINTR)
-            return systemFailure(where, "read", errno);
+            return errno;
     }
+    return 0;
+}
+
+}
+
+base::Result<std::size_t> readAt(int fd, std::span<std::byte> buffer, std::int64_t offset, const std::string& where)
+{
+    std::size_t done = 0;
+    if (const int error = fill(fd, buffer, offset, done); error != 0)
+        return systemFailure(where, "read", error);
+    return done;
+}
+
+std::size_t readWhatIsThere(int fd, std::span<std::byte> buffer, std::int64_t offset)
+{
+    std::size_t done = 0;
+    fill(fd, buffer, offset, done);
     return done;
 }
 

@@ -44,6 +44,9 @@ base::Status writeAt(int fd, std::span<const std::byte> bytes, std::int64_t offs
 /// file ends.
 base::Result<std::size_t> readAt(int fd, std::span<std::byte> buffer, std::int64_t offset, const std::string& where);
 
+/// The same, but what cannot be read ends it like the end of the file does.
+std::size_t readWhatIsThere(int fd, std::span<std::byte> buffer, std::int64_t offset);
+
 /// Reads a file to its end; fails when it holds more than `limit` bytes.
 base::Result<std::string> readToEnd(int fd, std::size_t limit, const std::string& where);
 

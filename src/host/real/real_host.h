@@ -16,8 +16,7 @@ namespace tonquay::host {
 
 /// Everything this system gives the program, in one place. One for a process, on the logic's thread.
 ///
-/// The drives are there at once; the rest is made when the platform is first asked for, so that a look at a disc costs
-/// no more than that.
+/// The drives are there at once; the rest is made by open(), so that a look at a disc costs no more than that.
 class RealHost {
 public:
     struct Settings {

@@ -2,11 +2,11 @@
 
 #include "base/text.h"
 #include "host/posix/descriptor.h"
+#include "host/posix/folder.h"
 #include "host/system/spawn.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <dirent.h>
 #include <fcntl.h>
 #include <memory>
 #include <sstream>
@@ -16,10 +16,6 @@
 namespace tonquay::host {
 
 namespace {
-
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
 
 FileIdentity identify(const std::string& path)
 {
@@ -40,7 +36,7 @@ bool sameFile(const std::string& left, const std::string& right, const FileIdent
 std::vector<std::string> entriesOf(const std::string& folder)
 {
     std::vector<std::string> paths;
-    const std::unique_ptr<DIR, CloseFolder> open(opendir(folder.c_str()));
+    const OpenFolder open = openFolder(folder);
     while (const dirent* entry = open != nullptr ? readdir(open.get()) : nullptr)
         if (entry->d_name[0] != '.')
             paths.push_back(folder + '/' + entry->d_name);

@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "host/posix/descriptor.h"
+#include "host/posix/folder.h"
 #include "host/system/gathered_file.h"
 #include "host/system/pattern.h"
 #include "host/system/replaced_file.h"
@@ -9,7 +10,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
@@ -21,10 +21,6 @@ using base::Failure;
 using base::Status;
 
 namespace {
-
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
 
 std::optional<struct stat> look(const std::string& path)
 {
@@ -82,7 +78,7 @@ HostFileSystem::HostFileSystem(PathMap::Drives drives, HeldFiles& held) : map_(s
 {
     // A write past the size that a shell allows its children is to fail like a full disk, not to end the process.
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
-    if (folderExists(L"C:\\CDTONQUAY"))
+    if (folderExists(platform::programFolder))
         map_.setCurrentFolder({L'C', {L"CDTONQUAY"}});
 }
 
@@ -310,7 +306,7 @@ base::Result<std::vector<std::wstring>> HostFileSystem::list(std::wstring_view f
     const auto host = locate(folder);
     if (!host)
         return host.failure();
-    const std::unique_ptr<DIR, CloseFolder> open(opendir(host->c_str()));
+    const OpenFolder open = openFolder(*host);
     if (open == nullptr)
         return systemFailure(*host, "listed", errno);
     while (const dirent* entry = readdir(open.get()))

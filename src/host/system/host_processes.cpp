@@ -136,7 +136,7 @@ std::string HostProcesses::findProgram(std::wstring_view program)
 
 std::string HostProcesses::findBare(std::wstring_view name)
 {
-    for (const std::wstring& folder : {std::wstring(L"C:\\CDTONQUAY"), files_.currentFolder()})
+    for (const std::wstring& folder : {std::wstring(platform::programFolder), files_.currentFolder()})
         if (std::string path = files_.hostPath(folder + L'\\' + std::wstring(name)); isProgramFile(path))
             return path;
     for (std::string_view rest = settings_.searchPath; !rest.empty();) {

@@ -58,8 +58,7 @@ HostSystemInfo::~HostSystemInfo()
 
 std::wstring HostSystemInfo::installPath()
 {
-    const std::wstring folder = L"C:\\CDTONQUAY";
-    return files_.folderExists(folder) ? folder : std::wstring();
+    return std::wstring(files_.folderExists(platform::programFolder) ? platform::programFolder : std::wstring_view());
 }
 
 std::wstring HostSystemInfo::processorName()

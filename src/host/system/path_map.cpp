@@ -1,9 +1,9 @@
 #include "host/system/path_map.h"
 
 #include "base/text.h"
+#include "host/posix/folder.h"
 
 #include <algorithm>
-#include <dirent.h>
 #include <memory>
 #include <sys/stat.h>
 
@@ -14,10 +14,6 @@ namespace {
 constexpr std::wstring_view programFolderName = L"CDTONQUAY";
 constexpr wchar_t backslashStandIn = 0xF05C;
 constexpr wchar_t colonStandIn = 0xF03A;
-
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
 
 bool isThere(const std::string& path)
 {
@@ -36,7 +32,7 @@ std::string joined(const std::string& folder, std::string_view name)
 /// The name in `folder` that matches but for its case, the first in byte order; nothing when there is none.
 std::optional<std::string> findName(const std::string& folder, std::wstring_view name)
 {
-    const std::unique_ptr<DIR, CloseFolder> open(opendir(folder.c_str()));
+    const OpenFolder open = openFolder(folder);
     if (open == nullptr)
         return std::nullopt;
     const std::wstring wanted = base::upper(name);

@@ -48,7 +48,6 @@ public:
     /// How many disc tracks can be seen on the place's drive: below 0 when there is no such drive.
     int discTracks(wchar_t drive) const;
 
-    wchar_t currentDrive() const { return drive_; }
     void setCurrentDrive(wchar_t drive) { drive_ = drive; }
     Place currentFolder() const;
     void setCurrentFolder(const Place& folder);

@@ -1,9 +1,9 @@
 #include "host/tags/bounded_stream.h"
 
-#include <algorithm>
-#include <cerrno>
+#include "host/posix/descriptor.h"
 
-#include <unistd.h>
+#include <algorithm>
+#include <span>
 
 namespace tonquay::host {
 
@@ -14,16 +14,8 @@ TagLib::ByteVector BoundedStream::readBlock(unsigned long length)
     --readsLeft_;
     length = std::min({length, static_cast<unsigned long>(length_ - position_), bytesLeft_});
     TagLib::ByteVector bytes(static_cast<unsigned int>(length));
-    unsigned long done = 0;
-    while (done < length) {
-        const ssize_t got =
-            ::pread(descriptor_, bytes.data() + done, length - done, position_ + static_cast<long>(done));
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0)
-            break;
-        done += static_cast<unsigned long>(got);
-    }
+    const std::size_t done =
+        readWhatIsThere(descriptor_, std::as_writable_bytes(std::span(bytes.data(), length)), position_);
     bytes.resize(static_cast<unsigned int>(done));
     bytesLeft_ -= done;
     position_ += static_cast<long>(done);

@@ -1,14 +1,13 @@
 #include "host/tags/mpeg_sound.h"
 
+#include "host/posix/descriptor.h"
+
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstddef>
 #include <span>
 #include <string_view>
 #include <vector>
-
-#include <unistd.h>
 
 namespace tonquay::host {
 
@@ -54,16 +53,7 @@ private:
     void fill(std::int64_t offset)
     {
         start_ = offset;
-        held_ = 0;
-        while (held_ < buffer_.size()) {
-            const ssize_t got = ::pread(descriptor_, buffer_.data() + held_, buffer_.size() - held_,
-                                        offset + static_cast<std::int64_t>(held_));
-            if (got < 0 && errno == EINTR)
-                continue;
-            if (got <= 0)
-                break;
-            held_ += static_cast<std::size_t>(got);
-        }
+        held_ = readWhatIsThere(descriptor_, std::as_writable_bytes(std::span(buffer_)), offset);
     }
 
     int descriptor_;

@@ -1,14 +1,13 @@
 #include "host/tags/ogg_end.h"
 
+#include "host/posix/descriptor.h"
+
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
 #include <numeric>
 #include <span>
 #include <string_view>
 #include <vector>
-
-#include <unistd.h>
 
 namespace tonquay::host {
 
@@ -22,15 +21,9 @@ std::vector<unsigned char> tailOf(int descriptor, std::int64_t length)
 {
     const auto bytes = static_cast<std::size_t>(std::clamp<std::int64_t>(length, 0, std::int64_t{largestPage}));
     std::vector<unsigned char> tail(bytes);
-    for (std::size_t held = 0; held < bytes;) {
-        const ssize_t got =
-            ::pread(descriptor, tail.data() + held, bytes - held, length - static_cast<std::int64_t>(bytes - held));
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0)
-            return {};
-        held += static_cast<std::size_t>(got);
-    }
+    const std::int64_t start = length - static_cast<std::int64_t>(bytes);
+    if (readWhatIsThere(descriptor, std::as_writable_bytes(std::span(tail)), start) != bytes)
+        return {};
     return tail;
 }
 

@@ -154,7 +154,16 @@ void DisplayPanel::addNumbers(QBoxLayout& row)
     column->addStretch(1);
     add(ripdeck_.lblTrackTime,
         {.colour = colours::text, .scale = 2.1, .weight = 300, .alignment = right, .widest = QStringLiteral("00:00")},
-        QStringLiteral("Elapsed time"), shownTime);
+        QStringLiteral("Elapsed time"), [this, last = QString()](const QString& time) mutable {
+            // Beside encoders in the background the clock is reset twice a second, and at once set again by the track
+            // that is being read; only the latter is worth seeing.
+            const bool reset = time == QStringLiteral("0:00");
+            const bool reading =
+                ripdeck_.Trackprogress.visible && ripdeck_.Label6[state::statusLabel].caption.get() == L"Recording";
+            if (!reset || !reading || last.isEmpty())
+                last = shownTime(time);
+            return last;
+        });
     add(ripdeck_.lblTrackTot, {.colour = colours::muted, .alignment = right, .widest = QStringLiteral("of 0:00:00")},
         QStringLiteral("Total track time"),
         [](const QString& time) { return QStringLiteral("of ") + shownTime(time); });

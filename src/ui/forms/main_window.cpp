@@ -226,8 +226,7 @@ void MainWindow::changeEvent(QEvent* event)
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     event->ignore();
-    ripdeck_.Label28.mouseDown(controls::MouseButton::left);
-    ripdeck_.Label28.mouseUp(controls::MouseButton::left);
+    ripdeck_.Label28.click();
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event)

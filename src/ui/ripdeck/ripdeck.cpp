@@ -22,8 +22,6 @@ std::string folderToMount(const std::string& commandLine)
     return recorded.empty() ? host::places().programFolder : recorded;
 }
 
-constexpr std::wstring_view mountedFolder = L"C:\\CDTONQUAY";
-
 host::DriveSources drivesOfThisUser()
 {
     host::DriveSources sources;
@@ -59,7 +57,7 @@ base::Status Ripdeck::start(const std::string& commandLine)
     const platform::Platform platform = host_.platform();
     program_ = std::make_unique<app::Program>(platform);
     windows_ = std::make_unique<Windows>(program_->forms(), program_->state().theme, platform);
-    program_->start(named ? std::wstring(mountedFolder) : base::fromHostBytes(commandLine));
+    program_->start(named ? std::wstring(platform::programFolder) : base::fromHostBytes(commandLine));
     return {};
 }
 
