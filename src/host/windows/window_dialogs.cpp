@@ -49,6 +49,23 @@ private:
 
 }
 
+/// The program's paths in a text go to the end of their line, or to two blanks, in the form of this system then.
+QString WindowDialogs::shown(std::wstring_view text) const
+{
+    constexpr std::wstring_view root = L"C:\\";
+    std::wstring result;
+    while (!text.empty()) {
+        const std::size_t start = std::min(text.find(root), text.size());
+        result += text.substr(0, start);
+        text.remove_prefix(start);
+        const std::size_t end = std::min({text.find(L'\n'), text.find(L"  "), text.size()});
+        if (end != 0)
+            result += QFile::decodeName(paths_.hostPath(text.substr(0, end)).c_str()).toStdWString();
+        text.remove_prefix(end);
+    }
+    return qtText(result).trimmed();
+}
+
 platform::Dialogs::Answer WindowDialogs::messageBox(std::wstring_view title, std::wstring_view text, Icon icon,
                                                     Buttons buttons)
 {
@@ -57,7 +74,7 @@ platform::Dialogs::Answer WindowDialogs::messageBox(std::wstring_view title, std
     box.setWindowModality(Qt::ApplicationModal);
     box.setWindowTitle(qtText(title));
     box.setTextFormat(Qt::PlainText);
-    box.setText(qtText(text).trimmed());
+    box.setText(shown(text));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     box.setIcon(boxIcon(icon));
     if (buttons == Buttons::ok) {

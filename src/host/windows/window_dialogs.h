@@ -2,6 +2,8 @@
 
 #include "platform/dialogs.h"
 
+#include <QString>
+
 #include <functional>
 #include <string>
 
@@ -27,6 +29,8 @@ public:
     void setPointer(Pointer pointer) override;
 
 private:
+    QString shown(std::wstring_view text) const;
+
     PathForms paths_;
     bool busy_ = false;
 };

@@ -75,6 +75,19 @@ TEST_F(Boxes, showTheirTextAsItIsWhileTimersGoOn)
     EXPECT_EQ(QApplication::overrideCursor(), nullptr) << "twice busy is busy once";
 }
 
+TEST_F(Boxes, showPathsInTheFormOfThisSystem)
+{
+    QString text;
+    QTimer::singleShot(50, [&text] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        text = box->text();
+        box->close();
+    });
+    dialogs.messageBox(L"T", L"Encoder:  C:\\usr\\my lame  Not Found!\nsaved as: C:\\m\\a.pg1\nD:\\",
+                       Dialogs::Icon::none, Dialogs::Buttons::ok);
+    EXPECT_EQ(text, "Encoder:  /usr/my lame  Not Found!\nsaved as: /m/a.pg1\nD:\\");
+}
+
 TEST_F(Boxes, inputIsTakenOrCancelled)
 {
     QTimer::singleShot(50, [] {
