@@ -59,6 +59,36 @@ double processorSeconds()
     return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
+/// Settings for WAV files in a host folder, and the hand-over of the disc.
+bool prepare(const platform::Platform& platform, const platform::DiscTable& table, const char* folder)
+{
+    state::RipSettings settings;
+    settings.outputFolder = platform.files.programPath(folder);
+    settings.dirMode = 0;
+    settings.nameFormat = 1;
+    settings.createProgram = 0;
+    settings.encodeWanted = 0;
+    settings.encoderPath = L"C:\\lame.exe";
+    state::Folders folders;
+    folders.appFolder = L"C:\\CDTONQUAY";
+    state::writeRipSettings(platform.files, platform.log, folders, settings);
+    const auto handOver = disc::makeHandOver(table, L'D');
+    return static_cast<bool>(platform.files.writeWhole(L"C:\\CDTONQUAY\\audiocd.dat", handOver.bytes));
+}
+
+bool tellGaps(std::vector<double>& gaps)
+{
+    std::ranges::sort(gaps);
+    if (gaps.empty())
+        return false;
+    const auto part = [&](double fraction) {
+        return gaps[static_cast<std::size_t>(fraction * static_cast<double>(gaps.size() - 1))];
+    };
+    std::printf("passes %zu, gap median %.3f ms, 99 %% %.3f ms, 99.9 %% %.3f ms, longest %.3f ms\n", gaps.size(),
+                part(0.5), part(0.99), part(0.999), part(1));
+    return true;
+}
+
 }
 
 /// Rips an image with the whole program and tells the longest gaps between two passes of the loop; then lies idle on
@@ -89,35 +119,16 @@ int main(int count, char** arguments)
     if (!table)
         return 1;
 
-    state::RipSettings settings;
-    settings.outputFolder = platform.files.programPath(arguments[2]);
-    settings.dirMode = 0;
-    settings.nameFormat = 1;
-    settings.createProgram = 0;
-    settings.encodeWanted = 0;
-    settings.encoderPath = L"C:\\lame.exe";
-    state::Folders folders;
-    folders.appFolder = L"C:\\CDTONQUAY";
-    state::writeRipSettings(platform.files, platform.log, folders, settings);
-    const auto handOver = disc::makeHandOver(*table, L'D');
-    if (!platform.files.writeWhole(L"C:\\CDTONQUAY\\audiocd.dat", handOver.bytes))
+    if (!prepare(platform, *table, arguments[2]))
         return 1;
-
     app::Program program(platform);
     const auto windows = application ? std::make_unique<ui::Windows>(program.forms(), program.state().theme,
                                                                      platform.dialogs, platform.loop)
                                      : nullptr;
     program.start(L"C:\\CDTONQUAY");
     program.forms().ripdeck().icntla[state::startButton].mouseUp(controls::MouseButton::left);
-    std::ranges::sort(loop.gaps);
-    if (loop.gaps.empty())
+    if (!tellGaps(loop.gaps))
         return 1;
-    const auto part = [&](double fraction) {
-        return loop.gaps[static_cast<std::size_t>(fraction * static_cast<double>(loop.gaps.size() - 1))];
-    };
-    std::printf("passes %zu, gap median %.3f ms, 99 %% %.3f ms, 99.9 %% %.3f ms, longest %.3f ms\n", loop.gaps.size(),
-                part(0.5), part(0.99), part(0.999), part(1));
-
     const double before = processorSeconds();
     const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(idleSeconds);
     while (std::chrono::steady_clock::now() < until)

@@ -2,31 +2,15 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "console/command_line.h"
-#include "console/encoded_verdict.h"
 #include "console/exit_status.h"
-#include "console/genre_byte.h"
 #include "console/judged_file.h"
+#include "console/rip_arguments.h"
 #include "console/run_host.h"
 #include "console/run_processes.h"
-#include "encode/commands.h"
-#include "encode/encoder_kind.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace tonquay::console {
-
-namespace {
-
-/// Tags of Ogg files are switches of their encoder, which only one kind is given.
-bool carriesOggTags(const state::RipSettings& settings)
-{
-    return !encode::hasOwnSwitches(settings) &&
-           encode::encoderKind(settings.encoderPath) == encode::EncoderKind::oggenc;
-}
-
-}
 
 RipSession::RipSession(app::Program& program, platform::Platform platform, RunProcesses& processes, RunHost& host,
                        RipView& view, RipPlan plan)
@@ -36,15 +20,11 @@ RipSession::RipSession(app::Program& program, platform::Platform platform, RunPr
       host_(host),
       view_(view),
       plan_(std::move(plan)),
-      records_(plan_.tracks.size())
+      records_(plan_.tracks.size()),
+      judge_(program_, platform_, processes_, host_, plan_, records_)
 {
-    for (std::size_t i = 0; i < plan_.tracks.size(); ++i)
-        playSecondsTotal_ += playSecondsOf(i);
-}
-
-double RipSession::playSecondsOf(std::size_t planned) const
-{
-    return playSeconds(plan_.tracks[planned].soundBytes);
+    for (const PlannedTrack& track : plan_.tracks)
+        playSecondsTotal_ += playSeconds(track.soundBytes);
 }
 
 RunEnd RipSession::run()
@@ -52,7 +32,7 @@ RunEnd RipSession::run()
     constexpr std::chrono::milliseconds progressInterval{200};
     state::RipdeckControls& main = program_.forms().ripdeck();
     started_ = platform_.clock.now();
-    begunAt_ = fileTimeNow(plan_.folder);
+    judge_.runBegins();
     view_.runBegins({.tracks = static_cast<int>(plan_.tracks.size()),
                      .playSeconds = playSecondsTotal_,
                      .folder = plan_.folder,
@@ -67,12 +47,13 @@ RunEnd RipSession::run()
         lookAtEncoders();
         if (text != L"Encoding")
             return;
-        judgeWavInHand();
+        if (inHand_)
+            judge_.judgeWav(*inHand_);
         if (program_.state().settings.encodeSingle != 1)
             trackLeavesHand();
     });
     program_.followEncoders([this](const encode::StartedEncoder& encoder) { encoderStarted(encoder); });
-    processes_.followEnds([this](platform::Processes::Child child) { encoderEnded(child); });
+    processes_.followEnds([this](platform::Processes::Child child) { judge_.encoderEnded(child); });
     const auto ticking = platform_.loop.every(progressInterval, [this] {
         lookAtEncoders();
         showProgress();
@@ -83,7 +64,7 @@ RunEnd RipSession::run()
     showRestOfEncoders();
     platform::waitUntil(platform_.loop, [this] { return processes_.allEnded() && !program_.lateTags().pending(); });
     encodingNow_.reset();
-    setGenres();
+    judge_.setGenres();
     program_.followEncoders({});
     processes_.followEnds({});
     tellRest();
@@ -109,25 +90,13 @@ void RipSession::trackLeavesHand()
 {
     if (!inHand_)
         return;
-    judgeWavInHand();
     const std::size_t planned = *inHand_;
+    judge_.judgeWav(planned);
     records_[planned].taken = platform_.clock.now() - trackStarted_;
-    playSecondsDone_ += playSecondsOf(planned);
+    playSecondsDone_ += playSeconds(plan_.tracks[planned].soundBytes);
     inHand_.reset();
-    if (!encodes())
-        tell(planned, verdictOn(planned));
-}
-
-void RipSession::judgeWavInHand()
-{
-    if (!inHand_ || records_[*inHand_].wav)
-        return;
-    TrackRecord& record = records_[*inHand_];
-    const PlannedTrack& planned = plan_.tracks[*inHand_];
-    record.wav = judgeWav(planned.wavHostPath, {.sampleBytes = planned.soundBytes,
-                                                .bytesRead = record.report ? record.report->bytesDelivered : 0});
-    if (std::string text = whyNotRead(record, planned.row); !text.empty())
-        record.wav = WavVerdict{false, std::move(text)};
+    if (!judge_.encodes())
+        tell(planned, judge_.verdictOn(planned));
 }
 
 void RipSession::encoderStarted(const encode::StartedEncoder& encoder)
@@ -147,15 +116,6 @@ void RipSession::encoderStarted(const encode::StartedEncoder& encoder)
 void RipSession::lookAtEncoders()
 {
     static_cast<void>(processes_.allEnded());
-}
-
-void RipSession::encoderEnded(platform::Processes::Child child)
-{
-    const auto record = std::ranges::find(records_, child, &TrackRecord::encoder);
-    if (record == records_.end())
-        return;
-    const JudgedFile file(plan_.tracks[static_cast<std::size_t>(record - records_.begin())].hostPath);
-    record->unwritten = !file.problem().empty() || file.changed() < begunAt_;
 }
 
 /// What is waited for under Turbo when the run is over.
@@ -182,68 +142,7 @@ TrackFacts RipSession::factsOf(std::size_t planned, int ordinal) const
             .ordinal = ordinal,
             .title = program_.state().disc.trackTitles(track.row + 1),
             .path = track.hostPath,
-            .playSeconds = playSecondsOf(planned)};
-}
-
-void RipSession::setGenres()
-{
-    const auto genre = genreNumber(program_.state().disc.discGenre);
-    if (plan_.format != Format::mp3 || !genre)
-        return;
-    for (std::size_t i = 0; i < records_.size(); ++i)
-        // Where no encoder has written, an older file of the user's may stand there.
-        if (records_[i].encoder.value_or(0) != 0 && !records_[i].unwritten)
-            passOver(platform_.log, setGenreByte(platform_.files, plan_.tracks[i].path, *genre), "Set the genre");
-}
-
-TrackVerdict RipSession::verdictOn(std::size_t planned)
-{
-    const TrackRecord& record = records_[planned];
-    const PlannedTrack& track = plan_.tracks[planned];
-    TrackVerdict verdict{.number = track.track.number,
-                         .path = track.hostPath,
-                         .playSeconds = playSecondsOf(planned),
-                         .taken = record.taken};
-    if (record.report)
-        verdict.crc = record.report->crc32;
-    verdict.whole = record.wav && record.wav->whole;
-    verdict.text = record.wav ? record.wav->text : "unfinished";
-    if (record.report && verdict.whole)
-        verdict.troubles = record.report->troubles;
-    if (!encodes() || !verdict.whole) {
-        addRemark(verdict.text, troublesText(verdict.troubles));
-        return verdict;
-    }
-
-    const auto code = record.encoder ? processes_.exitCode(*record.encoder) : std::nullopt;
-    verdict.text = whyNotEncoded(record, code);
-    verdict.whole = verdict.text.empty();
-    if (verdict.whole) {
-        const EncodedVerdict file = judgeEncoded(track.hostPath, expectationOf(planned),
-                                                 [this](const std::string& path) { return host_.readTags(path); });
-        verdict.whole = file.whole;
-        verdict.text = file.text;
-    }
-    if (verdict.whole)
-        addRemark(verdict.text, troublesText(verdict.troubles));
-    if (!verdict.whole && !brokenOff_.empty())
-        verdict.text = "unfinished: " + brokenOff_;
-    if (std::error_code ignored; !verdict.whole && std::filesystem::exists(track.wavHostPath, ignored))
-        verdict.text += "; its WAV file stays: " + track.wavHostPath;
-    return verdict;
-}
-
-EncodedExpectation RipSession::expectationOf(std::size_t planned) const
-{
-    const state::AppState& state = program_.state();
-    const std::int32_t number = plan_.tracks[planned].row + 1;
-    return {.format = plan_.format,
-            .playSeconds = playSecondsOf(planned),
-            .runBegan = begunAt_,
-            .unwritten = records_[planned].unwritten,
-            .title = state.disc.trackTitles(number),
-            .track = number,
-            .tagged = plan_.format == Format::mp3 || carriesOggTags(state.settings)};
+            .playSeconds = playSeconds(plan_.tracks[planned].soundBytes)};
 }
 
 void RipSession::tell(std::size_t planned, const TrackVerdict& verdict)
@@ -260,7 +159,7 @@ void RipSession::tellRest()
 {
     for (std::size_t i = 0; i < records_.size(); ++i)
         if (records_[i].begun && !records_[i].told)
-            tell(i, verdictOn(i));
+            tell(i, judge_.verdictOn(i));
     for (std::size_t i = 0; i < records_.size(); ++i) {
         if (records_[i].begun)
             continue;
@@ -268,14 +167,14 @@ void RipSession::tellRest()
         view_.trackIsLeftOut(
             {.number = plan_.tracks[i].track.number,
              .path = plan_.tracks[i].hostPath,
-             .playSeconds = playSecondsOf(i),
+             .playSeconds = playSeconds(plan_.tracks[i].soundBytes),
              .text = interrupted_ ? "left out: the run was stopped" : "left out: the run ended before it"});
     }
 }
 
 void RipSession::breakOff(const std::string& why)
 {
-    brokenOff_ = why;
+    judge_.brokenOff(why);
     if (inHand_) {
         TrackRecord& record = records_[*inHand_];
         record.taken = platform_.clock.now() - trackStarted_;
@@ -310,10 +209,11 @@ void RipSession::showProgress()
     const bool encoding =
         !inHand_ || program_.forms().ripdeck().Label6[state::statusLabel].caption.get() == L"Encoding";
     progress.trackPart = encoding ? 1 : partRead();
-    progress.playSecondsRead = playSecondsDone_ + (inHand_ ? progress.trackPart * playSecondsOf(*inHand_) : 0);
+    progress.playSecondsRead =
+        playSecondsDone_ + (inHand_ ? progress.trackPart * playSeconds(plan_.tracks[*inHand_].soundBytes) : 0);
     progress.totalPart = playSecondsTotal_ > 0 ? progress.playSecondsRead / playSecondsTotal_ : 0;
     // A batch is read whole, then encoded: half of the way each.
-    if (encodes() && program_.state().settings.encodeSingle == 0)
+    if (judge_.encodes() && program_.state().settings.encodeSingle == 0)
         progress.totalPart = (progress.totalPart + encodedPart()) / 2;
     progress.elapsed = elapsed();
     if (encoding)

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "app/program.h"
-#include "console/encoded_verdict.h"
 #include "console/rip_plan.h"
 #include "console/rip_view.h"
+#include "console/track_judge.h"
 #include "console/track_record.h"
 #include "platform/clock.h"
 #include "platform/decode_report.h"
@@ -45,24 +45,17 @@ public:
 private:
     void trackBegins(std::int32_t number);
     void trackLeavesHand();
-    void judgeWavInHand();
     void encoderStarted(const encode::StartedEncoder& encoder);
     void lookAtEncoders();
     void showRestOfEncoders();
-    void encoderEnded(platform::Processes::Child child);
     std::ptrdiff_t encodersStarted() const;
     double partRead() const;
     double encodedPart() const;
     TrackFacts factsOf(std::size_t planned, int ordinal) const;
-    void setGenres();
-    TrackVerdict verdictOn(std::size_t planned);
-    EncodedExpectation expectationOf(std::size_t planned) const;
     void tell(std::size_t planned, const TrackVerdict& verdict);
     void tellRest();
     void showProgress();
-    bool encodes() const { return plan_.format != Format::wav; }
     Seconds elapsed() const;
-    double playSecondsOf(std::size_t planned) const;
 
     app::Program& program_;
     platform::Platform platform_;
@@ -74,12 +67,11 @@ private:
     std::optional<std::size_t> inHand_;      ///< the track that is read, as index into the plan
     std::optional<std::size_t> encodingNow_; ///< the one whose encoder was started last while none was read
     std::vector<TrackRecord> records_;       ///< one for each track of the plan
+    TrackJudge judge_;
     double playSecondsDone_ = 0;
     double playSecondsTotal_ = 0;
     platform::Clock::Monotonic started_;
     platform::Clock::Monotonic trackStarted_;
-    platform::Clock::Wall begunAt_; ///< by the clock of the output folder
-    std::string brokenOff_;         ///< why, once the run is broken off
     bool interrupted_ = false;
 };
 

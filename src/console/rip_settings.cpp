@@ -1,7 +1,7 @@
 #include "console/rip_settings.h"
 
 #include "base/text.h"
-#include "console/command_line.h"
+#include "console/rip_arguments.h"
 #include "encode/encoder_kind.h"
 
 #include <fmt/format.h>

@@ -1,4 +1,5 @@
 #include "console/command_line.h"
+#include "console/rip_arguments.h"
 
 #include "base/text.h"
 

@@ -70,6 +70,7 @@ private:
     Status file(std::wstring_view rest);
     Status track(std::wstring_view rest);
     Status index(std::wstring_view line);
+    Status closePieceAt(int time, const std::string& written);
     Status gap(std::wstring_view rest, bool before);
     void title(std::wstring_view text);
     void remark(std::wstring_view rest);
@@ -246,21 +247,9 @@ Status CueParser::index(std::wstring_view line)
     if (sound && track.sectorBytes != base::red_book::bytesPerSector)
         return refuse("a sound file holds audio tracks only");
 
+    if (Status closed = closePieceAt(*time, shown(line)); !closed)
+        return closed;
     const int fileIndex = static_cast<int>(sheet_.files.size()) - 1;
-    if (time_ == noIndex) {
-        // What stands in a file before its first index is on the disc all the same.
-        offset_ = static_cast<std::int64_t>(*time) * track.sectorBytes;
-        if (*time > 0)
-            track.pieces.push_back({fileIndex, 0, offset_, SheetPiece::Rest::keep, line_});
-    } else {
-        if (*time < time_)
-            return refuse("time " + shown(line) + " is before that of the index above it");
-        const SheetTrack& owner = sheet_.tracks[openTrack_];
-        const std::int64_t bytes = static_cast<std::int64_t>(*time - time_) * owner.sectorBytes;
-        SheetPiece& open = sheet_.tracks[openTrack_].pieces[openPiece_];
-        open.bytes = bytes;
-        offset_ += bytes;
-    }
     if (*number == 1)
         track.startPiece = track.pieces.size();
     time_ = *time;
@@ -270,6 +259,27 @@ Status CueParser::index(std::wstring_view line)
     // A sound file is cut by samples and a disc made from it ends with silence; a raw one holds sectors or nothing.
     const auto rest = sound ? SheetPiece::Rest::pad : SheetPiece::Rest::drop;
     track.pieces.push_back({fileIndex, offset_, SheetPiece::toEnd, rest, line_});
+    return {};
+}
+
+/// Ends the piece in hand where the next one begins; `written` is that time as the sheet has it.
+Status CueParser::closePieceAt(int time, const std::string& written)
+{
+    SheetTrack& track = sheet_.tracks.back();
+    if (time_ == noIndex) {
+        // What stands in a file before its first index is on the disc all the same.
+        offset_ = static_cast<std::int64_t>(time) * track.sectorBytes;
+        if (time > 0)
+            track.pieces.push_back(
+                {static_cast<int>(sheet_.files.size()) - 1, 0, offset_, SheetPiece::Rest::keep, line_});
+        return {};
+    }
+    if (time < time_)
+        return refuse("time " + written + " is before that of the index above it");
+    SheetTrack& owner = sheet_.tracks[openTrack_];
+    SheetPiece& open = owner.pieces[openPiece_];
+    open.bytes = static_cast<std::int64_t>(time - time_) * owner.sectorBytes;
+    offset_ += open.bytes;
     return {};
 }
 
