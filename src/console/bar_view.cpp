@@ -123,7 +123,7 @@ void BarView::draw()
                                          track_->number, track_->ordinal, run_.tracks, shown(track_->title));
     const auto played = static_cast<std::int64_t>(part(progress_.trackPart) * track_->playSeconds);
     const std::string trackRemark =
-        fmt::format("{} / {}  {}", clockText(played), clockText(static_cast<std::int64_t>(track_->playSeconds)),
+        fmt::format("{} / {}  {}", clockText(played), clockText(std::lround(track_->playSeconds)),
                     speedText(progress_.playSecondsRead, progress_.elapsed));
     const std::string totalRemark = fmt::format(
         "{} gone, {} to go", clockText(static_cast<std::int64_t>(progress_.elapsed.count())), remaining(progress_));

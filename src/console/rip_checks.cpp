@@ -42,7 +42,7 @@ std::vector<std::string> sameFileProblems(const std::vector<PlannedFile>& files)
         if (!isNew)
             problems.push_back(fmt::format("track {}: ends in the same file as track {}, {}; choose other --names or "
                                            "give a --title",
-                                           file.track, owner->second, shown(file.path)));
+                                           file.track, owner->second, shown(fileName(file.path))));
     }
     return problems;
 }

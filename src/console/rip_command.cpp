@@ -24,6 +24,8 @@
 #include "state/settings_text.h"
 #include "state/suite_files.h"
 
+#include <fmt/format.h>
+
 #include <memory>
 #include <thread>
 
@@ -285,7 +287,11 @@ void RipCommand::planRun()
         want(*part_, plan_.tracks.front().row, state.partial);
     }
     if (plan_.oneByOne) {
-        platform_->log.line("schedule", "This disc and encoder are encoded track by track");
+        const bool asked = options_.schedule && *options_.schedule != Schedule::single;
+        const std::string_view why = "this disc and encoder can be encoded track by track only";
+        platform_->log.line("schedule", why);
+        if (asked)
+            screen_.complain(fmt::format("tonquay: --schedule: {}, so that is done", why));
         state.settings.encodeSingle = 1;
         state.settings.turboMode = 0;
     }

@@ -3,6 +3,7 @@
 #include "console/play_time.h"
 #include "console/screen_text.h"
 
+#include <cmath>
 #include <fmt/format.h>
 
 namespace tonquay::console {
@@ -39,7 +40,7 @@ std::string summaryLine(const RunEnd& end)
         line += fmt::format(", {} not", end.broken);
     if (end.left > 0)
         line += fmt::format(", {} left out", end.left);
-    return line + fmt::format("; {} of sound in {:.1f} s, {}", clockText(static_cast<std::int64_t>(end.playSeconds)),
+    return line + fmt::format("; {} of sound in {:.1f} s, {}", clockText(std::lround(end.playSeconds)),
                               end.taken.count(), speedText(end.playSeconds, end.taken));
 }
 

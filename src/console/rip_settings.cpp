@@ -46,14 +46,20 @@ std::string problemWith(Format format, const RipOptions& options)
 {
     if (std::string missing = whyNotAvailable(format); !missing.empty())
         return missing;
-    if (options.bitrate && format != Format::wav && !bitrateFits(*options.bitrate, format))
-        return fmt::format("--bitrate: {} does not fit the format {}", *options.bitrate, formatName(format));
     const auto firstOf = [](const auto& candidates) -> const char* {
         for (const auto& [name, given] : candidates)
             if (given)
                 return name;
         return nullptr;
     };
+    const std::array encodedOnly{std::pair{"--bitrate", options.bitrate.has_value()},
+                                 std::pair{"--schedule", options.schedule.has_value()},
+                                 std::pair{"--encoder", options.encoder.has_value()},
+                                 std::pair{"--encoder-options", options.encoderOptions.has_value()}};
+    if (const char* name = firstOf(encodedOnly); name != nullptr && format == Format::wav)
+        return fmt::format("{}: WAV files are not encoded; say --format mp3 or ogg", name);
+    if (options.bitrate && !bitrateFits(*options.bitrate, format))
+        return fmt::format("--bitrate: {} does not fit the format {}", *options.bitrate, formatName(format));
     const std::array mp3Only{std::pair{"--vbr", options.vbrQuality.has_value()}, std::pair{"--mono", options.mono},
                              std::pair{"--crc", options.crc}};
     if (const char* name = firstOf(mp3Only); name != nullptr && format != Format::mp3)

@@ -132,6 +132,9 @@ void selalltrks(controls::MultiSelectList& list)
 {
     for (std::int32_t row = 0; row < list.rowCount(); ++row)
         list.select(row, true);
+    // The cursor goes along, or Play would begin with the last track.
+    if (list.rowCount() > 0)
+        list.setCursor(0);
     list.scrollTo(0);
 }
 

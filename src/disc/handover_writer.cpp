@@ -155,7 +155,11 @@ void bound(platform::DiscNames& names)
 std::string note(std::string_view what, std::wstring_view before, std::wstring_view after)
 {
     constexpr std::size_t shown = 200;
-    const auto text = [](std::wstring_view name) { return '"' + base::utf8(cut(cleaned(name), shown)) + '"'; };
+    const auto text = [](std::wstring_view name) {
+        std::wstring kept(name.substr(0, shown));
+        std::erase_if(kept, isDropped);
+        return '"' + base::utf8(cut(kept, shown)) + '"';
+    };
     std::string line = std::string(what) + ' ' + text(before);
     return line + (after.empty() ? " is left out" : " is handed over as " + text(after));
 }

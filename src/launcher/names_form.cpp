@@ -1,5 +1,6 @@
 #include "launcher/names_form.h"
 
+#include "base/numbers.h"
 #include "base/red_book.h"
 
 #include <QFormLayout>
@@ -19,7 +20,9 @@ enum TitleColumn { numberColumn, titleColumn, timeColumn, titleColumns };
 QString timeText(const platform::DiscTrack& track)
 {
     constexpr int secondsPerMinute = 60;
-    const int seconds = track.sectorCount / base::red_book::sectorsPerSecond;
+    // As the ripper's list counts them.
+    const auto seconds = static_cast<int>(
+        base::roundHalfEven(static_cast<double>(track.sectorCount) / base::red_book::sectorsPerSecond));
     return QStringLiteral("%1:%2")
         .arg(seconds / secondsPerMinute)
         .arg(seconds % secondsPerMinute, 2, 10, QLatin1Char('0'));

@@ -61,6 +61,7 @@ void cacdset(const state::AppState& state, state::CdriptabControls& form)
     form.Check5.setValue(settings.highPriority);
     form.Option2.choose(settings.stereo);
     form.Option3.choose(settings.bitrateIndex);
+    form.Text11.text = base::digits(settings.vbrQuality);
     form.Text1.text = settings.encoderCmdLine;
     form.Check6.setValue(flag(!base::isBlank(settings.encoderCmdLine)));
     form.Text2.text = settings.encoderFileExt;

@@ -17,6 +17,8 @@ namespace tonquay::ui {
 QString captionText(const std::wstring& caption, const char* mnemonics)
 {
     QString text = qtText(caption);
+    // Some captions are written as a key letter's mark would have it, with two of them for one that is seen.
+    text.replace("&&", "&");
     qsizetype place = -1;
     for (const char* letter = mnemonics; *letter != '\0' && place < 0; ++letter)
         place = text.indexOf(QLatin1Char(*letter), 0, Qt::CaseInsensitive);

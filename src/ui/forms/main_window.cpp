@@ -174,9 +174,15 @@ void MainWindow::showState(controls::Form::State state)
 void MainWindow::bindEnabled()
 {
     bindings_.show(ripdeck_.form.enabled, [this](const bool& enabled) {
+        // A window that is disabled gives the keyboard to whatever comes first in it.
+        if (!enabled)
+            focusBefore_ = focusWidget();
         setEnabled(enabled);
-        if (enabled)
-            ripdeck_.form.windowState = controls::Form::WindowState::normal;
+        if (!enabled)
+            return;
+        ripdeck_.form.windowState = controls::Form::WindowState::normal;
+        if (QWidget* const wanted = focusBefore_ ? focusBefore_.data() : tracks_)
+            wanted->setFocus();
     });
 }
 
@@ -223,17 +229,29 @@ void MainWindow::changeEvent(QEvent* event)
         isMinimized() ? controls::Form::WindowState::minimised : controls::Form::WindowState::normal;
 }
 
+bool MainWindow::mayEnd() const
+{
+    const bool running = ripdeck_.icntla[state::startButton].picture == state::runningLook;
+    return !running || !mayEndRun || mayEndRun();
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     event->ignore();
-    ripdeck_.Label28.click();
+    if (mayEnd())
+        ripdeck_.Label28.click();
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event)
 {
     switch (event->key()) {
-    case Qt::Key_Escape: ripdeck_.form.keyDown(controls::Key::escape); break;
+    case Qt::Key_Escape:
+        if (mayEnd())
+            ripdeck_.form.keyDown(controls::Key::escape);
+        break;
     case Qt::Key_F1: ripdeck_.form.keyDown(controls::Key::f1); break;
+    case Qt::Key_F10:
+    case Qt::Key_Menu: ripdeck_.tqtxt.mouseUp(controls::MouseButton::left); break;
     default: QWidget::keyPressEvent(event);
     }
 }

@@ -4,7 +4,10 @@
 #include "state/settings.h"
 #include "ui/forms/bindings.h"
 
+#include <QPointer>
 #include <QWidget>
+
+#include <functional>
 
 class QBoxLayout;
 
@@ -17,6 +20,9 @@ namespace tonquay::ui {
 class MainWindow final : public QWidget {
 public:
     MainWindow(state::RipdeckControls& ripdeck, const state::Theme& theme);
+
+    /// Asked before Esc or the window manager ends the program in the middle of a run; without it they do.
+    std::function<bool()> mayEndRun;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -35,12 +41,14 @@ private:
     void showState(controls::Form::State state);
     void bindPlace();
     void bindEnabled();
+    bool mayEnd() const;
 
     state::RipdeckControls& ripdeck_;
     const state::Theme& theme_;
     Bindings bindings_;
     QWidget* tracks_ = nullptr;
-    bool writing_ = false; ///< of the form, by the user's hand or the window manager's
+    QPointer<QWidget> focusBefore_; ///< while another window has the keyboard
+    bool writing_ = false;          ///< of the form, by the user's hand or the window manager's
 };
 
 }

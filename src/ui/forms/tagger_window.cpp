@@ -112,6 +112,8 @@ private:
     {
         constexpr int visibleRows = 16;
         genres_.setMaxVisibleItems(visibleRows);
+        // Else the style shows all of them at once, over the whole screen.
+        genres_.setStyleSheet(QStringLiteral("QComboBox { combobox-popup: 0; }"));
         genres_.setAccessibleName(QStringLiteral("Genre"));
         genres_.installEventFilter(this);
         fields.addRow(QStringLiteral("&Genre"), &genres_);

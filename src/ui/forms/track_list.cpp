@@ -65,10 +65,13 @@ void TrackList::mousePressEvent(QMouseEvent* event)
         list().mouseDown(controls::MouseButton::left);
         return;
     }
-    if (event->button() != Qt::RightButton)
+    const QModelIndex under = indexAt(event->pos());
+    if (event->button() != Qt::RightButton || !under.isValid()) {
+        // Below the last row it is the window that is pressed, whose menu opens.
+        event->ignore();
         return;
-    if (const QModelIndex under = indexAt(event->pos()); under.isValid())
-        selectionModel()->setCurrentIndex(under, QItemSelectionModel::NoUpdate);
+    }
+    selectionModel()->setCurrentIndex(under, QItemSelectionModel::NoUpdate);
     list().mouseDown(controls::MouseButton::right);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/dialogs.h"
 #include "platform/platform.h"
 #include "state/forms.h"
 #include "state/settings.h"
@@ -23,7 +24,13 @@ public:
           partial_(forms.controlsOf<state::TrkcustControls>()),
           setup_(forms.controlsOf<state::CdriptabControls>(), platform.files, platform.dialogs),
           formsToCome_(forms, platform.dialogs, platform.loop)
-    {}
+    {
+        main_.mayEndRun = [dialogs = &platform.dialogs] {
+            using Dialogs = platform::Dialogs;
+            return dialogs->messageBox(L"CD-Tonquay", L"A run is under way. End the program in the middle of it?",
+                                       Dialogs::Icon::question, Dialogs::Buttons::yesNo) == Dialogs::Answer::yes;
+        };
+    }
 
 private:
     MainWindow main_;
