@@ -7,6 +7,7 @@
 #include "ui/forms/input.h"
 #include "ui/forms/label_line.h"
 #include "ui/forms/progress_row.h"
+#include "ui/forms/text_line.h"
 #include "ui/forms/track_list.h"
 #include "ui/forms/transport_row.h"
 #include "ui/skin/colours.h"
@@ -15,6 +16,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -103,6 +105,11 @@ void MainWindow::addBody(QBoxLayout& column)
     bars->addWidget(std::make_unique<ProgressRow>(ripdeck_.Totalprogress, ripdeck_.Label6[state::totalProgressCaption],
                                                   ripdeck_.Label6[state::totalPercentText], theme_, colours::on)
                         .release());
+    auto notice = std::make_unique<TextLine>(TextLine::Look{.colour = colours::text});
+    notice_ = notice.get();
+    notice_->setAccessibleName(QStringLiteral("Result of the run"));
+    notice_->hide();
+    bars->addWidget(notice.release());
     left->addLayout(bars.release());
 
     auto right = boxLayout<QVBoxLayout>(10);
@@ -186,11 +193,18 @@ void MainWindow::bindEnabled()
     });
 }
 
+void MainWindow::setNotice(const QString& text, const QString& details, bool good)
+{
+    notice_->setColour(good ? colours::on : colours::alarm);
+    notice_->setText(text);
+    notice_->setTip(details);
+    notice_->setVisible(!text.isEmpty());
+}
+
 void MainWindow::bindPlace()
 {
     controls::Form& form = ripdeck_.form;
-    form.width = width() * twipsPerPixel;
-    form.height = height() * twipsPerPixel;
+    tellSize();
     // Nowhere yet, so that the corner of the screen is a place like any other.
     form.left = -1;
     form.top = -1;
@@ -202,11 +216,22 @@ void MainWindow::bindPlace()
     bindings_.keep(form.top.follow(place));
 }
 
+/// With its frame, which belongs to the place that it is moved to. Before it is shown that is a guess.
+void MainWindow::tellSize()
+{
+    const QSize shown = frameGeometry().size();
+    const QSize guessed = size() + QSize(2, style()->pixelMetric(QStyle::PM_TitleBarHeight));
+    const QSize framed = isVisible() ? shown : guessed;
+    ripdeck_.form.width = framed.width() * twipsPerPixel;
+    ripdeck_.form.height = framed.height() * twipsPerPixel;
+}
+
 void MainWindow::moveEvent(QMoveEvent* event)
 {
     QWidget::moveEvent(event);
     if (!isVisible() || isMinimized())
         return;
+    tellSize();
     const Writing writing(writing_);
     ripdeck_.form.left = pos().x() * twipsPerPixel;
     ripdeck_.form.top = pos().y() * twipsPerPixel;
@@ -215,8 +240,7 @@ void MainWindow::moveEvent(QMoveEvent* event)
 void MainWindow::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    ripdeck_.form.width = width() * twipsPerPixel;
-    ripdeck_.form.height = height() * twipsPerPixel;
+    tellSize();
 }
 
 void MainWindow::changeEvent(QEvent* event)

@@ -13,6 +13,8 @@ class QBoxLayout;
 
 namespace tonquay::ui {
 
+class TextLine;
+
 /// The main window: display, transport keys, track list, progress, and the column of commands.
 ///
 /// The place is told in twips, 15 to a logical pixel. Closing it by the window manager is the Power control, and Esc
@@ -20,6 +22,9 @@ namespace tonquay::ui {
 class MainWindow final : public QWidget {
 public:
     MainWindow(state::RipdeckControls& ripdeck, const state::Theme& theme);
+
+    /// A line at the bottom, with more of it in its tool tip; an empty text takes it away.
+    void setNotice(const QString& text, const QString& details, bool good);
 
     /// Asked before Esc or the window manager ends the program in the middle of a run; without it they do.
     std::function<bool()> mayEndRun;
@@ -40,6 +45,7 @@ private:
     void bindForm();
     void showState(controls::Form::State state);
     void bindPlace();
+    void tellSize();
     void bindEnabled();
     bool mayEnd() const;
 
@@ -47,6 +53,7 @@ private:
     const state::Theme& theme_;
     Bindings bindings_;
     QWidget* tracks_ = nullptr;
+    TextLine* notice_ = nullptr;
     QPointer<QWidget> focusBefore_; ///< while another window has the keyboard
     bool writing_ = false;          ///< of the form, by the user's hand or the window manager's
 };

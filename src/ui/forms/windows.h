@@ -32,6 +32,8 @@ public:
         };
     }
 
+    MainWindow& main() { return main_; }
+
 private:
     MainWindow main_;
     PopupMenuView menu_;

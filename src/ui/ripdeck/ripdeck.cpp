@@ -4,7 +4,10 @@
 #include "host/system/places.h"
 #include "host/system/recorded_folder.h"
 #include "host/windows/screen_size.h"
+#include "platform/event_loop.h"
 #include "platform/file_system.h"
+
+#include <QStringList>
 
 #include <cstdlib>
 
@@ -48,17 +51,50 @@ base::Status Ripdeck::start(const std::string& commandLine)
                                       .help = &help_,
                                       .screenWidth = screen.width,
                                       .screenHeight = screen.height,
-                                      .interrupt = [this] {
-                                          if (program_)
-                                              program_->forms().ripdeck().form.keyDown(controls::Key::escape);
-                                      }});
+                                      .diagnose =
+                                          [this](std::string_view area, std::string_view text) {
+                                              if (auto* const loop = reportLoop_.load())
+                                                  loop->post([this, area = std::string(area),
+                                                              text = std::string(text)] { report_->line(area, text); });
+                                          },
+                                      .interrupt =
+                                          [this] {
+                                              if (program_)
+                                                  program_->forms().ripdeck().form.keyDown(controls::Key::escape);
+                                          },
+                                      .decodeEnd =
+                                          [this](const platform::DecodeReport& report) {
+                                              if (report_)
+                                                  report_->decodeEnded(report);
+                                          }});
     if (!opened)
         return opened;
     const platform::Platform platform = host_.platform();
     program_ = std::make_unique<app::Program>(platform);
     windows_ = std::make_unique<Windows>(program_->forms(), program_->state().theme, platform);
+    makeReport();
     program_->start(named ? std::wstring(platform::programFolder) : base::fromHostBytes(commandLine));
     return {};
+}
+
+void Ripdeck::makeReport()
+{
+    const platform::Platform platform = host_.platform();
+    report_ = std::make_unique<RunReport>(
+        program_->forms().ripdeck(), platform.loop,
+        RunReport::Questions{
+            .folder = [this] { return host_.platform().files.hostPath(program_->state().run.destFolder); },
+            .encodersAreAtWork = [this] { return program_->lateTags().pending(); },
+            .tellNews = [this](const RunReport::Result& result) { showReport(result); }});
+    reportLoop_ = &platform.loop;
+}
+
+void Ripdeck::showReport(const RunReport::Result& result)
+{
+    QStringList lines;
+    for (const std::string& problem : result.problems)
+        lines.append(QString::fromStdString(problem));
+    windows_->main().setNotice(QString::fromStdString(result.text), lines.join('\n'), result.good);
 }
 
 }

@@ -5,7 +5,9 @@
 #include "host/windows/help_window.h"
 #include "host/windows/window_dialogs.h"
 #include "ui/forms/windows.h"
+#include "ui/ripdeck/run_report.h"
 
+#include <atomic>
 #include <memory>
 #include <string>
 
@@ -27,11 +29,16 @@ public:
     app::Program& program() { return *program_; }
 
 private:
+    void makeReport();
+    void showReport(const RunReport::Result& result);
+
     host::RealHost host_;
     host::WindowDialogs dialogs_;
     host::HelpWindow help_;
     std::unique_ptr<app::Program> program_;
     std::unique_ptr<Windows> windows_;
+    std::unique_ptr<RunReport> report_;
+    std::atomic<platform::EventLoop*> reportLoop_{nullptr}; ///< asked by whatever thread leaves a line
 };
 
 }

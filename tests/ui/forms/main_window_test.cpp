@@ -274,7 +274,7 @@ TEST_F(Window, placeAndStateFollowTheFormAndTellIt)
     QApplication::processEvents();
     EXPECT_EQ(main.form.left.get(), 300);
     EXPECT_EQ(main.form.top.get(), 450);
-    EXPECT_EQ(main.form.width.get(), window.width() * 15);
+    EXPECT_EQ(main.form.width.get(), window.frameGeometry().width() * 15) << "what it takes of the screen";
     main.form.windowState = controls::Form::WindowState::minimised;
     EXPECT_TRUE(window.isMinimized());
     window.showNormal();

@@ -83,6 +83,24 @@ TEST_F(DesktopProgram, stopLeavesTheTrackInHandWhole)
     expectExact("Dawn.wav", 0);
 }
 
+TEST_F(DesktopProgram, aRunSaysWhatBecameOfIt)
+{
+    start(false);
+    const auto rip = [] {
+        click("All");
+        click("Rip");
+        QTest::qWait(600);
+        return shown("Result of the run").toStdString();
+    };
+    EXPECT_EQ(rip(), "3 tracks in " + music.string());
+    fs::remove(music / "Noon.wav");
+    fs::create_directory(music / "Noon.wav");
+    EXPECT_THAT(rip(), testing::AllOf(HasSubstr("Noon.wav"), testing::Not(HasSubstr("more")),
+                                      testing::Not(HasSubstr("tracks in"))));
+    fs::remove(music / "Noon.wav");
+    EXPECT_EQ(rip(), "3 tracks in " + music.string()) << "an old word goes";
+}
+
 TEST_F(DesktopProgram, discThatGoesEmptiesTheWindow)
 {
     start(false);
