@@ -37,7 +37,8 @@ constexpr int bestOggQuality = 10;
 
 void declareRip(CLI::App& app, RipOptions& rip)
 {
-    addPath(app, "-o,--output", "DIR", "Output folder, made if missing", rip.output);
+    addPath(app, "-o,--output", "DIR",
+            "Output folder, made if missing; without it the saved one, else the music folder", rip.output);
     addOption(app, "-t,--tracks", "LIST", "Tracks, as 1,3-5,8- (all audio tracks without)",
               [&rip](const std::string& text) {
                   const base::Result<TrackList> list = TrackList::parse(text);
@@ -46,15 +47,15 @@ void declareRip(CLI::App& app, RipOptions& rip)
                   rip.tracks = *list;
                   return std::string{};
               });
-    addChoice<Format>(app, "-f,--format", "FORMAT", "Format of the files", formats,
+    addChoice<Format>(app, "-f,--format", "FORMAT", "Format of the files; without it the saved one, else mp3", formats,
                       [&rip](Format value) { rip.format = value; });
-    addChoice<Names>(app, "-n,--names", "FORM", "Form of the file names", nameForms,
+    addChoice<Names>(app, "-n,--names", "FORM", "Form of the file names; without it the saved one", nameForms,
                      [&rip](Names value) { rip.names = value; });
-    addChoice<Folders>(app, "-d,--folders", "FORM", "Folders below the output folder", folderForms,
-                       [&rip](Folders value) { rip.folders = value; });
-    addChoice<Schedule>(app, "-s,--schedule", "WHEN", "When tracks are encoded", schedules,
-                        [&rip](Schedule value) { rip.schedule = value; });
-    addOption(app, "-b,--bitrate", "KBPS", "Bitrate of mp3 and wma, or the quality 0 to 10 of ogg",
+    addChoice<Folders>(app, "-d,--folders", "FORM", "Folders below the output folder; without it the saved setting",
+                       folderForms, [&rip](Folders value) { rip.folders = value; });
+    addChoice<Schedule>(app, "-s,--schedule", "WHEN", "When tracks are encoded; without it the saved setting",
+                        schedules, [&rip](Schedule value) { rip.schedule = value; });
+    addOption(app, "-b,--bitrate", "KBPS", "Bitrate of mp3, or the quality 0 to 10 of ogg; without it the saved one",
               [&rip](const std::string& text) {
                   rip.bitrate = wholeNumber(text);
                   const bool good =
@@ -69,7 +70,7 @@ void declareRip(CLI::App& app, RipOptions& rip)
     app.add_flag("--keep-wav", rip.keepWav, "Keep the WAV file beside the encoded one");
     addPath(app, "--encoder", "PATH", "Encoder program", rip.encoder);
     addPath(app, "--encoder-options", "TEXT", "Switches of your own in place of the built ones", rip.encoderOptions);
-    addChoice<Method>(app, "--method", "M", "How the disc is read", methods,
+    addChoice<Method>(app, "--method", "M", "How the disc is read; digital2 without it", methods,
                       [&rip](Method value) { rip.method = value; });
     addTime(app, "--from", "Start of a part of one track", rip.fromSeconds);
     addTime(app, "--to", "End of a part of one track", rip.toSeconds);

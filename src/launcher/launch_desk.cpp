@@ -19,10 +19,12 @@ using platform::DriveDescription;
 
 namespace {
 
-// The user's settings: which drive was handed over last, and which one the ripper's settings had then.
-constexpr std::wstring_view handedOver = L"Launcher";
+// The user's settings: which drive was handed over last, which one the ripper's settings had then, and where images
+// lie.
+constexpr std::wstring_view launcherSection = L"Launcher";
 constexpr std::wstring_view driveKey = L"LastDrive";
 constexpr std::wstring_view withSettings = L"SettingsDrive";
+constexpr std::wstring_view imageFolderKey = L"ImageFolder";
 
 }
 
@@ -66,8 +68,8 @@ std::optional<DriveDescription> LaunchDesk::choose(const std::vector<DriveDescri
 {
     const std::wstring saved = savedDriveLetter();
     std::wstring last;
-    if (platform_.settings.get(handedOver, withSettings, saved) == saved)
-        last = platform_.settings.get(handedOver, driveKey, {});
+    if (platform_.settings.get(launcherSection, withSettings, saved) == saved)
+        last = platform_.settings.get(launcherSection, driveKey, {});
     for (const std::wstring& wanted : {last, saved})
         for (const DriveDescription& drive : drives)
             if (drive.disc && !wanted.empty() && base::upper(drive.letter) == base::upper(wanted.front()))
@@ -99,13 +101,24 @@ base::Status LaunchDesk::startRipper(const SeenDisc& disc, const platform::DiscN
     const std::wstring path = state::inFolder(machine_.programFolder, disc::handoverName);
     if (auto written = platform_.files.writeWhole(path, handOver.bytes); !written)
         return written;
-    platform_.settings.set(handedOver, driveKey, std::wstring(1, disc.drive.letter));
-    platform_.settings.set(handedOver, withSettings, savedDriveLetter());
+    platform_.settings.set(launcherSection, driveKey, std::wstring(1, disc.drive.letter));
+    platform_.settings.set(launcherSection, withSettings, savedDriveLetter());
     const auto started = platform_.processes.start(L'"' + machine_.ripper + L"\" " + machine_.programFolder,
                                                    platform::Processes::WindowStyle::normal);
     if (!started)
         return started.failure();
     return {};
+}
+
+std::string LaunchDesk::imageFolder() const
+{
+    const std::wstring folder = platform_.settings.get(launcherSection, imageFolderKey, machine_.musicFolder);
+    return folder.empty() ? std::string() : platform_.files.hostPath(folder);
+}
+
+void LaunchDesk::keepImageFolder(const std::string& hostFolder)
+{
+    platform_.settings.set(launcherSection, imageFolderKey, platform_.files.programPath(hostFolder));
 }
 
 std::string LaunchDesk::encoderWarning() const

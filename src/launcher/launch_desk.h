@@ -58,6 +58,10 @@ public:
     /// kept for the disc. Fails when the hand-over cannot be written or the ripper does not start.
     base::Status startRipper(const SeenDisc& disc, const platform::DiscNames& names);
 
+    /// Host path of the folder where an image was opened last, else of the music folder; empty for neither.
+    std::string imageFolder() const;
+    void keepImageFolder(const std::string& hostFolder);
+
     /// What a person should know about the encoders that are missing; empty when all are there.
     std::string encoderWarning() const;
 

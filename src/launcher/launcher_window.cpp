@@ -4,7 +4,9 @@
 #include "ui/skin/icons.h"
 
 #include <QDragEnterEvent>
+#include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -250,10 +252,12 @@ void LauncherWindow::start()
 void LauncherWindow::chooseImage()
 {
     const QString image = QFileDialog::getOpenFileName(
-        this, QStringLiteral("Open disc image"), {},
+        this, QStringLiteral("Open disc image"), QFile::decodeName(desk_.imageFolder().c_str()),
         QStringLiteral("Disc images (*.cue *.CUE *.toc *.TOC *.nrg *.NRG);;All files (*)"));
-    if (!image.isEmpty())
-        openImage(image.toStdString());
+    if (image.isEmpty())
+        return;
+    desk_.keepImageFolder(QFile::encodeName(QFileInfo(image).path()).toStdString());
+    openImage(QFile::encodeName(image).toStdString());
 }
 
 void LauncherWindow::openImage(const std::string& image)
