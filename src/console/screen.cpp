@@ -11,13 +11,15 @@ namespace tonquay::console {
 
 void StandardScreen::write(std::string_view text)
 {
-    lost_ = std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || lost_;
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size())
+        lost_ = true;
 }
 
 void StandardScreen::complain(std::string_view line)
 {
     // What was said on the other stream before comes first when both are one terminal. One write keeps the line whole.
-    lost_ = std::fflush(stdout) != 0 || lost_;
+    if (std::fflush(stdout) != 0)
+        lost_ = true;
     const std::string whole = std::string(line) + '\n';
     std::fwrite(whole.data(), 1, whole.size(), stderr);
 }
@@ -38,7 +40,8 @@ int StandardScreen::columns() const
 
 bool StandardScreen::flush()
 {
-    lost_ = std::fflush(stdout) != 0 || lost_;
+    if (std::fflush(stdout) != 0)
+        lost_ = true;
     return !lost_;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <string_view>
 
 namespace tonquay::console {
@@ -35,7 +36,7 @@ public:
     bool flush() override;
 
 private:
-    bool lost_ = false;
+    std::atomic<bool> lost_{false}; ///< diagnostic lines come from the threads that read, too
 };
 
 }

@@ -2,13 +2,17 @@
 
 #include "base/red_book.h"
 
+#include <fcntl.h>
 #include <sndfile.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cerrno>
 #include <cstring>
+#include <mutex>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -32,10 +36,23 @@ struct CloseSound {
 
 using Sound = std::unique_ptr<SNDFILE, CloseSound>;
 
-Sound openSound(int descriptor, SF_INFO& info)
+/// `problem` is set when there is no sound.
+Sound openSound(int descriptor, SF_INFO& info, std::string& problem)
 {
     lseek(descriptor, 0, SEEK_SET);
-    return Sound(sf_open_fd(descriptor, SFM_READ, &info, SF_FALSE));
+    // The library closes what it is given, also when it refuses it and was told not to; so it gets a number of its own.
+    const int given = fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
+    if (given < 0) {
+        problem = std::generic_category().message(errno);
+        return {};
+    }
+    // What went wrong is kept in one place for all threads.
+    static std::mutex opening;
+    const std::lock_guard guard(opening);
+    Sound sound(sf_open_fd(given, SFM_READ, &info, SF_TRUE));
+    if (!sound)
+        problem = sf_strerror(nullptr);
+    return sound;
 }
 
 base::Failure refusal(const std::string& path, std::string text)
@@ -89,7 +106,8 @@ private:
     {
         if (next_ == noPosition) {
             SF_INFO info{};
-            if (Sound again = openSound(descriptor_, info); again && info.channels == channels)
+            std::string ignored;
+            if (Sound again = openSound(descriptor_, info, ignored); again && info.channels == channels)
                 sound_ = std::move(again);
         }
         return sf_seek(sound_.get(), frame, SEEK_SET) == frame;
@@ -105,9 +123,10 @@ private:
 base::Result<SoundFile> SoundFile::open(int descriptor, const std::string& path)
 {
     SF_INFO info{};
-    Sound sound = openSound(descriptor, info);
+    std::string problem;
+    Sound sound = openSound(descriptor, info, problem);
     if (!sound)
-        return refusal(path, std::string("this is no sound file that can be read: ") + sf_strerror(nullptr));
+        return refusal(path, "this is no sound file that can be read: " + problem);
     const int kind = info.format & SF_FORMAT_TYPEMASK;
     if (std::ranges::find(kinds, kind) == kinds.end())
         return refusal(path, "only WAVE, AIFF and FLAC files hold the exact sound of a disc");

@@ -22,6 +22,24 @@ namespace {
 constexpr unsigned capabilitiesPageCode = 0x2a;
 constexpr unsigned commandTimeout = 10'000;
 
+/// Opening and closing count in tables that all threads share.
+std::mutex& libraryTables()
+{
+    static std::mutex tables;
+    return tables;
+}
+
+/// The library's own log writes to the terminal and ends the program: on an error, and when two threads have something
+/// to say at once. Below this level it is not reached.
+void silenceLibrary()
+{
+    static std::once_flag silenced;
+    std::call_once(silenced, [] {
+        cdio_loglevel_default = CDIO_LOG_ASSERT;
+        cdio_log_set_handler([](cdio_log_level_t, const char*) {});
+    });
+}
+
 CdIo_t* cdioOf(void* handle)
 {
     return static_cast<CdIo_t*>(handle);
@@ -57,6 +75,7 @@ std::wstring genre(const cdtext_t* text)
 
 void CdioDrive::Closer::operator()(void* handle) const
 {
+    const std::lock_guard guard(libraryTables());
     cdio_destroy(cdioOf(handle));
 }
 
@@ -64,11 +83,8 @@ CdioDrive::CdioDrive(std::unique_ptr<void, Closer> handle) : handle_(std::move(h
 
 std::optional<CdioDrive> CdioDrive::open(const std::string& device, Access access)
 {
-    // The library's own handler writes to the terminal and ends the program on an error; and its first open fills in
-    // tables that all threads share.
-    static std::mutex opening;
-    const std::lock_guard guard(opening);
-    cdio_log_set_handler([](cdio_log_level_t, const char*) {});
+    silenceLibrary();
+    const std::lock_guard guard(libraryTables());
     const char* mode = access == Access::commanding ? "MMC_RDWR" : "IOCTL";
     std::unique_ptr<void, Closer> handle(cdio_open_am(device.c_str(), DRIVER_LINUX, mode));
     if (!handle)

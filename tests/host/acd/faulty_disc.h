@@ -20,7 +20,8 @@ struct Faults {
     std::atomic<int> dropSamples{0};
     std::atomic<int> slowMs{0}; ///< more for each read
     std::set<int> bad;          ///< sectors that never give data
-    std::map<int, int> flaky;   ///< sectors that give none so many times yet
+    std::map<int, int> flaky;   ///< sectors that give none so many times yet; counted under the mutex
+    std::mutex counting;
     std::atomic<int> reads{0};
 };
 
@@ -68,7 +69,7 @@ private:
     {
         if (faults_->bad.contains(sector))
             return false;
-        const std::lock_guard lock(mutex_);
+        const std::lock_guard lock(faults_->counting);
         const auto flaky = faults_->flaky.find(sector);
         return flaky == faults_->flaky.end() || flaky->second-- <= 0;
     }
@@ -98,7 +99,6 @@ private:
     std::shared_ptr<DiscContents> contents_;
     std::shared_ptr<Faults> faults_;
     MemoryDisc disc_;
-    std::mutex mutex_;
 };
 
 /// A drive with a faulty disc in it.

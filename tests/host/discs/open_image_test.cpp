@@ -1,9 +1,11 @@
 #include "host/discs/disc.h"
+#include "host/discs/sound_file.h"
 
 #include "support/disc_maker.h"
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -194,6 +196,17 @@ TEST(OpenImage, aDamagedFlacIsReadUpToItsDamage)
     const auto expected = test::expectedSound(plan, 0);
     EXPECT_TRUE(std::equal(run.begin(), run.begin() + static_cast<std::ptrdiff_t>(read.sectors * Disc::sectorBytes),
                            expected.begin()));
+}
+
+TEST(OpenImage, aRefusedSoundFileClosesNobodyElsesFile)
+{
+    const DiscFolder folder;
+    writeFile(folder.path() / "noise.flac", std::string(5000, 'x'));
+    const int file = open((folder.path() / "noise.flac").c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_GE(file, 0);
+    EXPECT_FALSE(SoundFile::open(file, "noise.flac"));
+    EXPECT_NE(fcntl(file, F_GETFD), -1) << "its owner has yet to close it";
+    close(file);
 }
 
 TEST(OpenImage, theNameTellsWhatIsAnImage)
