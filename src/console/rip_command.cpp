@@ -42,9 +42,9 @@ ExitStatus refuse(Screen& screen, const std::string& problem)
 /// The user's saved settings, or the defaults with the music folder as the output folder.
 state::RipSettings savedSettings(platform::Platform& platform, RunHost& host)
 {
-    const std::wstring path = state::inFolder(platform.files.programPath(host.savedSettingsFolder()), L"acdset.ini");
-    const std::wstring music = platform.files.programPath(host.musicFolder());
-    return state::parseRipSettings(state::settingsText(platform.files, platform.log, path).value_or(L""), music);
+    const std::wstring folder = platform.files.programPath(host.savedSettingsFolder());
+    return state::savedRipSettings(platform.files, platform.log, folder,
+                                   platform.files.programPath(host.musicFolder()));
 }
 
 /// Where the user's own program has its program files, else the music folder.

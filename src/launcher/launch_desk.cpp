@@ -80,9 +80,8 @@ std::optional<DriveDescription> LaunchDesk::choose(const std::vector<DriveDescri
 
 std::wstring LaunchDesk::savedDriveLetter() const
 {
-    const auto text =
-        state::settingsText(platform_.files, platform_.log, state::inFolder(machine_.programFolder, L"acdset.ini"));
-    return std::wstring(base::trim(state::parseRipSettings(text.value_or(L""), L"").driveLetter));
+    return std::wstring(
+        base::trim(state::savedRipSettings(platform_.files, platform_.log, machine_.programFolder, {}).driveLetter));
 }
 
 base::Status LaunchDesk::startRipper(const SeenDisc& disc, const platform::DiscNames& names)

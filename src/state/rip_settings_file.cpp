@@ -108,6 +108,12 @@ RipSettings parseRipSettings(std::wstring_view text, std::wstring_view dataFolde
     return s;
 }
 
+RipSettings savedRipSettings(platform::FileSystem& files, platform::Diagnostics& log, std::wstring_view programFolder,
+                             std::wstring_view dataFolder)
+{
+    return parseRipSettings(settingsText(files, log, inFolder(programFolder, settingsName)).value_or(L""), dataFolder);
+}
+
 std::string ripSettingsText(const RipSettings& settings)
 {
     base::SequentialWriter writer;

@@ -17,6 +17,10 @@ namespace tonquay::state {
 /// folder, and keeps it where the text is short or a value does not fit.
 RipSettings parseRipSettings(std::wstring_view text, std::wstring_view dataFolder);
 
+/// The settings in acdset.ini of a program folder that is not this program's, as far as they are there.
+RipSettings savedRipSettings(platform::FileSystem& files, platform::Diagnostics& log, std::wstring_view programFolder,
+                             std::wstring_view dataFolder);
+
 /// The text of acdset.ini. An output folder that is a drive root of three characters is written as its first two.
 std::string ripSettingsText(const RipSettings& settings);
 

@@ -143,17 +143,8 @@ private:
         view.installEventFilter(this);
         edit.setMaxLength(longest);
         edit.setAccessibleName(qtText(label.caption));
-        edit.setToolTip(qtText(box.toolTip));
         edit.installEventFilter(this);
-        bindings_.show(box.text, [this, &edit](const std::wstring& text) {
-            if (!writing_)
-                edit.setText(qtText(text));
-        });
-        connect(&edit, &QLineEdit::textEdited, this, [this, &box](const QString& text) {
-            const Writing writing(writing_);
-            box.text = text.toStdWString();
-        });
-        connect(&edit, &QLineEdit::returnPressed, this, [&box] { box.enter(); });
+        bindText(edit, box, bindings_, writing_);
         const int column = static_cast<int>(place);
         grid.addWidget(&view, 0, column);
         grid.addWidget(&edit, 1, column);
