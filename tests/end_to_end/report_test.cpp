@@ -69,7 +69,7 @@ TEST(Report, verboseAddsEveryDiagnosticLine)
     const Ended silent = box.rip(disc);
     const Ended verbose = box.rip(disc, {"--verbose"});
     EXPECT_EQ(silent.err, "");
-    EXPECT_THAT(verbose.err, HasSubstr("names: title 1 \"a-b\" is handed over as \"a-b\""));
+    EXPECT_THAT(verbose.err, HasSubstr("names: title 1 \"a~b\" is handed over as \"a-b\""));
     EXPECT_EQ(linesOf(silent.out).size(), linesOf(verbose.out).size());
 }
 
