@@ -122,9 +122,8 @@ int main(int count, char** arguments)
     if (!prepare(platform, *table, arguments[2]))
         return 1;
     app::Program program(platform);
-    const auto windows = application ? std::make_unique<ui::Windows>(program.forms(), program.state().theme,
-                                                                     platform.dialogs, platform.loop)
-                                     : nullptr;
+    const auto windows =
+        application ? std::make_unique<ui::Windows>(program.forms(), program.state().theme, platform) : nullptr;
     program.start(L"C:\\CDTONQUAY");
     program.forms().ripdeck().icntla[state::startButton].mouseUp(controls::MouseButton::left);
     if (!tellGaps(loop.gaps))
