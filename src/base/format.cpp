@@ -7,10 +7,25 @@
 
 namespace tonquay::base {
 
+namespace {
+
+std::wstring monthName(std::chrono::month month)
+{
+    constexpr std::array<std::wstring_view, 12> names{L"Jan", L"Feb", L"Mar", L"Apr", L"May", L"Jun",
+                                                      L"Jul", L"Aug", L"Sep", L"Oct", L"Nov", L"Dec"};
+    const unsigned number = static_cast<unsigned>(month);
+    return month.ok() ? std::wstring(names[number - 1]) : std::wstring();
+}
+
+}
+
 std::wstring twoDigits(std::int64_t number)
 {
-    const std::wstring text = digits(number);
-    return text.size() < 2 ? L"0" + text : text;
+    std::wstring text = digits(number);
+    const std::size_t sign = number < 0 ? 1 : 0;
+    if (text.size() < sign + 2)
+        text.insert(sign, 1, L'0');
+    return text;
 }
 
 std::wstring lastTwoDigits(std::int64_t number)
@@ -23,6 +38,12 @@ std::wstring oneDecimal(std::int64_t tenths)
 {
     const std::int64_t whole = tenths / 10;
     return (whole == 0 ? L"" : digits(whole)) + L'.' + digits(tenths % 10);
+}
+
+std::wstring twoDecimals(std::int64_t hundredths)
+{
+    const std::int64_t whole = hundredths / 100;
+    return (whole == 0 ? L"" : digits(whole)) + L'.' + twoDigits(hundredths % 100);
 }
 
 std::wstring grouped(std::int64_t number)
@@ -48,12 +69,18 @@ std::wstring hoursMinutesSeconds(std::int32_t seconds)
 
 std::wstring dayMonthYear(std::chrono::year_month_day date)
 {
-    constexpr std::array<std::wstring_view, 12> months{L"Jan", L"Feb", L"Mar", L"Apr", L"May", L"Jun",
-                                                       L"Jul", L"Aug", L"Sep", L"Oct", L"Nov", L"Dec"};
-    const unsigned month = static_cast<unsigned>(date.month());
-    const std::wstring_view name = month >= 1 && month <= months.size() ? months[month - 1] : std::wstring_view();
-    return twoDigits(static_cast<unsigned>(date.day())) + L'-' + std::wstring(name) + L'-' +
+    return twoDigits(static_cast<unsigned>(date.day())) + L'-' + monthName(date.month()) + L'-' +
            digits(static_cast<int>(date.year()));
+}
+
+std::wstring dateAndTime(std::chrono::local_seconds time)
+{
+    const auto day = std::chrono::floor<std::chrono::days>(time);
+    const std::chrono::year_month_day date(day);
+    const std::chrono::hh_mm_ss clock(time - day);
+    return monthName(date.month()) + L'-' + digits(static_cast<unsigned>(date.day())) + L'-' +
+           digits(static_cast<int>(date.year())) + L' ' + digits(std::chrono::make12(clock.hours()).count()) + L':' +
+           twoDigits(clock.minutes().count()) + (std::chrono::is_am(clock.hours()) ? L"am" : L"pm");
 }
 
 }

@@ -20,6 +20,9 @@ public:
     /// The date by the user's own time zone.
     virtual std::chrono::year_month_day today() const;
 
+    /// The time of day by the user's own time zone, in whole seconds.
+    virtual std::chrono::hh_mm_ss<std::chrono::seconds> timeOfDay() const;
+
     /// Blocks this thread for that long without passing through the event loop: no handler runs meanwhile.
     virtual void delay(std::chrono::milliseconds time) = 0;
 };

@@ -2,6 +2,7 @@
 
 #include "base/result.h"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -71,6 +72,12 @@ public:
     /// Bytes; 0 for a missing file.
     virtual std::int64_t length(std::wstring_view path) = 0;
 
+    /// When a file's contents changed last, by the user's own time zone. Fails when there is none.
+    virtual base::Result<std::chrono::local_seconds> lastChange(std::wstring_view path) = 0;
+
+    /// True for a file that is there and must not be changed as it is; clearing its attributes makes it false.
+    virtual bool isReadOnly(std::wstring_view path) = 0;
+
     /// Makes a read-only file writable for the write or delete that follows. Looking at a file never changes it.
     virtual base::Status clearAttributes(std::wstring_view path) = 0;
 
@@ -81,6 +88,12 @@ public:
     /// Across file systems too; an existing target is replaced.
     virtual base::Status rename(std::wstring_view from, std::wstring_view to) = 0;
     virtual base::Status copy(std::wstring_view from, std::wstring_view to) = 0;
+
+    /// Puts a file in the place of another one, which must be there, and takes its old name away: for a new version
+    /// that was written beside the old one. In one step, and not before it is on the disk: whoever looks, also after a
+    /// power cut, sees the old file or the new one, never a part and never none. The new one has the access rights of
+    /// the old one and is writable. A failure leaves both.
+    virtual base::Status replace(std::wstring_view from, std::wstring_view to) = 0;
 
     /// Makes one folder; its parent must exist.
     virtual base::Status createFolder(std::wstring_view path) = 0;

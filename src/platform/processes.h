@@ -11,7 +11,7 @@ namespace tonquay::platform {
 /// Other programs, and the end of this one.
 class Processes {
 public:
-    enum class WindowStyle { normal = 1, minimised = 2 };
+    enum class WindowStyle { hidden = 0, normal = 1, minimised = 2 };
 
     /// A child that was started; 0 is none.
     using Child = std::uint32_t;

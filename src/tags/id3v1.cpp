@@ -29,10 +29,6 @@ constexpr std::size_t zeroOffset = 125;
 constexpr std::size_t trackOffset = 126;
 constexpr std::size_t genreOffset = 127;
 
-// From here on a file is looked into. It is one byte short of a block; the place of a block before such a file's
-// start is then found out by the seek.
-constexpr std::int64_t leastLength = 127;
-
 constexpr std::array marker{std::byte{'T'}, std::byte{'A'}, std::byte{'G'}};
 
 bool beginsWithMarker(std::span<const std::byte> bytes)
@@ -69,7 +65,7 @@ base::Status takeNumber(const std::wstring& text, std::uint8_t& field)
 /// Moves to the block at the end of a file. True when there is one; the place is then behind its marker.
 base::Result<bool> findBlock(platform::BinaryFile& file, std::int64_t length)
 {
-    if (length < leastLength)
+    if (length < id3v1LeastLength)
         return false;
     if (auto moved = file.seek(length - static_cast<std::int64_t>(id3v1Bytes)); !moved)
         return moved.failure();
@@ -81,6 +77,16 @@ base::Result<bool> findBlock(platform::BinaryFile& file, std::int64_t length)
     if (*count < markerBytes)
         return Failure{Failure::Kind::invalid, {}, "has become shorter meanwhile"};
     return beginsWithMarker(bytes);
+}
+
+/// Moves behind the place of a marker, whatever stands there.
+base::Result<bool> passMarker(platform::BinaryFile& file, std::int64_t length)
+{
+    if (length < id3v1LeastLength)
+        return false;
+    if (auto moved = file.seek(length - static_cast<std::int64_t>(id3v1Bytes - markerBytes)); !moved)
+        return moved.failure();
+    return true;
 }
 
 base::Status writeInto(platform::BinaryFile& file, std::int64_t length, TagState& state, COptions& options)
@@ -170,9 +176,10 @@ bool takeId3v1Block(std::span<const std::byte> block, TagState& state)
     return true;
 }
 
-base::Result<bool> readId3v1Block(platform::BinaryFile& file, std::int64_t length, TagState& state)
+base::Result<bool> readId3v1Block(platform::BinaryFile& file, std::int64_t length, TagState& state,
+                                  BlockMarker blockMarker)
 {
-    auto there = findBlock(file, length);
+    auto there = blockMarker == BlockMarker::wanted ? findBlock(file, length) : passMarker(file, length);
     if (!there || !*there)
         return there;
     Id3v1Block block{};

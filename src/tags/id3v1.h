@@ -23,6 +23,10 @@ namespace tonquay::tags {
 
 inline constexpr std::size_t id3v1Bytes = 128;
 
+/// From here on a file is looked into. It is one byte short of a block; the place of a block before such a file's start
+/// is then found out by the seek.
+inline constexpr std::int64_t id3v1LeastLength = 127;
+
 using Id3v1Block = std::array<std::byte, id3v1Bytes>;
 
 /// Sets the fields from TagInfo, cut to their widths. Fails when track or genre is no number from 0 to 255; the fields
@@ -36,10 +40,16 @@ Id3v1Block id3v1Block(const Id3v1Fields& fields);
 /// TagInfo. False, and nothing is changed, for bytes that are no block.
 bool takeId3v1Block(std::span<const std::byte> block, TagState& state);
 
-/// The same for the block at the end of a file of `length` bytes that is open. False when there is none. Fails for a
-/// length of 127, since the place where the block would begin lies before the file, and when the file is shorter by now
-/// than it was.
-base::Result<bool> readId3v1Block(platform::BinaryFile& file, std::int64_t length, TagState& state);
+enum class BlockMarker {
+    wanted, ///< a block is one that begins with "TAG"
+    assumed ///< whatever stands at the place of a block is one
+};
+
+/// The same for the block at the end of a file of `length` bytes that is open. False when there is none, as in a file
+/// of fewer than 127 bytes. Fails when the file is shorter by now than it was, and when the marker is wanted for a
+/// length of 127, since its place lies before the file.
+base::Result<bool> readId3v1Block(platform::BinaryFile& file, std::int64_t length, TagState& state,
+                                  BlockMarker blockMarker = BlockMarker::wanted);
 
 /// Writes TagInfo into the file's block; a file without one grows by 128 bytes. The rest of the file is not touched,
 /// and a read-only file is writable afterwards.

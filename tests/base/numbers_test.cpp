@@ -97,6 +97,7 @@ TEST(Numbers, strKeepsThePlaceOfTheSign)
 
 TEST(Format, eachFormatByWhatItIsFor)
 {
+    const std::chrono::local_days september9(std::chrono::year(2001) / 9 / 9);
     const struct {
         const char* what;
         std::wstring got;
@@ -121,6 +122,11 @@ TEST(Format, eachFormatByWhatItIsFor)
         {"hours", hoursMinutesSeconds(3805), L"01:03:25"},
         {"date", dayMonthYear(std::chrono::year(2001) / 9 / 8), L"08-Sep-2001"},
         {"date at the year's end", dayMonthYear(std::chrono::year(2026) / 12 / 31), L"31-Dec-2026"},
+        {"afternoon", dateAndTime(september9 + std::chrono::minutes(15 * 60 + 5)), L"Sep-9-2001 3:05pm"},
+        {"midnight", dateAndTime(september9), L"Sep-9-2001 12:00am"},
+        {"noon", dateAndTime(september9 + std::chrono::minutes(12 * 60)), L"Sep-9-2001 12:00pm"},
+        {"late in the morning", dateAndTime(september9 + std::chrono::seconds(43199)), L"Sep-9-2001 11:59am"},
+        {"before 1970", dateAndTime(std::chrono::local_seconds(std::chrono::seconds(-1))), L"Dec-31-1969 11:59pm"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(c.got, c.wanted) << c.what;

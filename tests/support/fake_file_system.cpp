@@ -175,6 +175,8 @@ bool FakeFileSystem::isDiscName(std::wstring_view full) const
 
 std::optional<Failure> FakeFileSystem::trouble(Operation operation, std::wstring_view path)
 {
+    if (untilCut_ && (*untilCut_)-- <= 0)
+        return failure(Failure::Kind::other, path, "fails because the test has cut the power");
     for (const std::wstring& key : {path.empty() ? std::wstring() : keyOf(path), std::wstring()}) {
         const auto found = troubles_.find({operation, key});
         if (found == troubles_.end())
@@ -303,6 +305,19 @@ std::int64_t FakeFileSystem::length(std::wstring_view path)
     return entry == nullptr || entry->folder ? 0 : static_cast<std::int64_t>(entry->bytes.size());
 }
 
+base::Result<std::chrono::local_seconds> FakeFileSystem::lastChange(std::wstring_view path)
+{
+    if (!fileExists(path))
+        return Failure{Failure::Kind::notFound, base::utf8(path), "is no file"};
+    return changed;
+}
+
+bool FakeFileSystem::isReadOnly(std::wstring_view path)
+{
+    const Entry* entry = find(path);
+    return entry != nullptr && !entry->folder && entry->readOnly && !cleared_.contains(keyOf(path));
+}
+
 Status FakeFileSystem::clearAttributes(std::wstring_view path)
 {
     if (auto bad = trouble(Operation::clearAttributes, path))
@@ -379,6 +394,31 @@ Status FakeFileSystem::copy(std::wstring_view from, std::wstring_view to)
     if (done)
         find(to)->readOnly = source.readOnly;
     return done;
+}
+
+Status FakeFileSystem::replace(std::wstring_view from, std::wstring_view to)
+{
+    for (const std::wstring_view path : {from, to})
+        if (auto bad = trouble(Operation::replace, path))
+            return *bad;
+    for (const std::wstring_view path : {from, to})
+        if (const Entry* entry = find(path); entry == nullptr || entry->folder)
+            return failure(Failure::Kind::notFound, path, "no such file");
+    if (keyOf(from) == keyOf(to))
+        return failure(Failure::Kind::invalid, to, "is the same file");
+    if (kept_.contains(keyOf(from)))
+        return failure(Failure::Kind::refused, from, "is about to be opened by a child process");
+    if (auto bad = cannotPlace(to))
+        return *bad;
+    if (isHeld(keyOf(to)))
+        return failure(Failure::Kind::refused, to, "is held by a child process");
+    Entry& target = *find(to);
+    target.bytes = std::move(find(from)->bytes);
+    target.readOnly = false;
+    entries_.erase(keyOf(from));
+    cleared_.erase(keyOf(from));
+    cleared_.erase(keyOf(to));
+    return {};
 }
 
 Status FakeFileSystem::createFolder(std::wstring_view path)

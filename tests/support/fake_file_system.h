@@ -29,6 +29,7 @@ public:
         remove,
         rename,
         copy,
+        replace,
         createFolder,
         list,
         changeDrive,
@@ -44,10 +45,13 @@ public:
     bool fileExists(std::wstring_view path) override;
     bool folderExists(std::wstring_view path) override;
     std::int64_t length(std::wstring_view path) override;
+    base::Result<std::chrono::local_seconds> lastChange(std::wstring_view path) override;
+    bool isReadOnly(std::wstring_view path) override;
     base::Status clearAttributes(std::wstring_view path) override;
     base::Status remove(std::wstring_view path) override;
     base::Status rename(std::wstring_view from, std::wstring_view to) override;
     base::Status copy(std::wstring_view from, std::wstring_view to) override;
+    base::Status replace(std::wstring_view from, std::wstring_view to) override;
     base::Status createFolder(std::wstring_view path) override;
     base::Result<std::vector<std::wstring>> list(std::wstring_view folder, std::wstring_view pattern) override;
     base::Status changeDrive(std::wstring_view path) override;
@@ -71,6 +75,9 @@ public:
     void fail(Operation operation, std::wstring_view path, base::Failure::Kind kind = base::Failure::Kind::refused,
               int after = 0);
     void heal(Operation operation, std::wstring_view path);
+    /// Has every operation fail after so many of whatever sort have worked, as at a power cut.
+    void failEverything(int after = 0) { untilCut_ = after; }
+    void endFailing() { untilCut_.reset(); }
 
     /// As a living child does with its output: the file cannot be opened for writing until it is released as often.
     void hold(std::wstring_view path) { ++held_[keyOf(path)]; }
@@ -80,7 +87,8 @@ public:
     void allowRemoval(std::wstring_view path);
 
     std::map<wchar_t, int> discTracks{{L'D', 0}}; ///< by letter: how many trackNN.cda names are seen there
-    std::int64_t capacity = INT64_MAX;            ///< of all files together; a write past it finds the disk full
+    std::chrono::local_seconds changed{std::chrono::seconds{1'000'047'900}}; ///< every file, 9 September 2001, 15:05
+    std::int64_t capacity = INT64_MAX; ///< of all files together; a write past it finds the disk full
 
 private:
     class Binary;
@@ -105,6 +113,7 @@ private:
 
     std::map<std::wstring, Entry> entries_; ///< by full path in upper case
     std::map<std::pair<Operation, std::wstring>, std::pair<base::Failure::Kind, int>> troubles_;
+    std::optional<int> untilCut_;
     std::map<std::wstring, int> held_;
     std::map<std::wstring, bool> kept_; ///< true: deleted meanwhile, and gone when it is let go
     std::set<std::wstring> cleared_;

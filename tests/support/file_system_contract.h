@@ -309,6 +309,48 @@ TYPED_TEST_P(FileSystemContract, copyReplacesAndLeavesTheSource)
     EXPECT_FALSE(files.copy(L"one", L"C:\\nowhere\\one"));
 }
 
+TYPED_TEST_P(FileSystemContract, aReplacedFileHasTheNewBytesUnderItsOldName)
+{
+    auto& files = this->files();
+    const auto names = [&] { return *files.list(L".", L"*"); };
+    this->put(L"Song.mp3", "old");
+    this->put(L"new", "new bytes");
+    EXPECT_TRUE(files.replace(L"NEW", L"SONG.mp3"));
+    EXPECT_EQ(this->contents(L"song.mp3"), "new bytes");
+    EXPECT_EQ(names(), std::vector<std::wstring>{L"Song.mp3"});
+
+    this->put(L"draft", "draft");
+    this->put(L"other", "other");
+    this->world_.makeReadOnly(L"other");
+    const struct {
+        const char* what;
+        const wchar_t* from;
+        const wchar_t* to;
+    } cases[] = {
+        {"no source", L"none", L"Song.mp3"},
+        {"no target", L"draft", L"none"},
+        {"no folder", L"draft", L"C:\\nowhere\\x"},
+        {"a folder as source", L"C:\\CDTONQUAY", L"Song.mp3"},
+        {"a folder as target", L"draft", L"C:\\CDTONQUAY"},
+        {"itself", L"draft", L"DRAFT"},
+        {"read-only", L"draft", L"other"},
+    };
+    for (const auto& c : cases)
+        EXPECT_FALSE(files.replace(c.from, c.to)) << c.what;
+    EXPECT_EQ(names(), (std::vector<std::wstring>{L"draft", L"other", L"Song.mp3"}));
+    EXPECT_EQ(this->contents(L"draft") + this->contents(L"other") + this->contents(L"song.mp3"), "draftothernew bytes");
+
+    EXPECT_TRUE(files.isReadOnly(L"OTHER"));
+    ASSERT_TRUE(files.clearAttributes(L"other"));
+    EXPECT_FALSE(files.isReadOnly(L"other"));
+    EXPECT_TRUE(files.replace(L"draft", L"other"));
+    EXPECT_EQ(this->contents(L"other"), "draft");
+    EXPECT_FALSE(files.isReadOnly(L"other"));
+    EXPECT_TRUE(files.writeWhole(L"other", "x")) << "it is writable";
+    EXPECT_FALSE(files.isReadOnly(L"none"));
+    EXPECT_FALSE(files.isReadOnly(L"C:\\CDTONQUAY"));
+}
+
 TYPED_TEST_P(FileSystemContract, foldersAreMadeOneAtATime)
 {
     auto& files = this->files();
@@ -355,6 +397,7 @@ REGISTER_TYPED_TEST_SUITE_P(FileSystemContract, namesMatchWithoutRegardToCaseAnd
                             aBinaryFileWritesInPlaceAndCutsNothingOff, aBinaryFileReadsAtTheSamePlaceThatItWritesTo,
                             aFileOpenForReadingCannotBeChanged, readOnlyFilesChangeOnlyAfterTheirAttributesWereCleared,
                             renameReplacesAndFollowsTheCaseOfANewName, copyReplacesAndLeavesTheSource,
-                            foldersAreMadeOneAtATime, listsFilesByPatternSortedByName);
+                            aReplacedFileHasTheNewBytesUnderItsOldName, foldersAreMadeOneAtATime,
+                            listsFilesByPatternSortedByName);
 
 }

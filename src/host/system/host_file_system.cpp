@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <ctime>
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
@@ -36,7 +37,7 @@ bool isFolder(const std::string& path)
     return status && S_ISDIR(status->st_mode);
 }
 
-bool isReadOnly(const struct stat& status)
+bool ownerMayNotWrite(const struct stat& status)
 {
     return (status.st_mode & S_IWUSR) == 0;
 }
@@ -115,7 +116,7 @@ Status HostFileSystem::mayBeWritten(const std::string& host)
         return refused(host, "is a folder");
     if (status && !S_ISREG(status->st_mode))
         return refused(host, "is no ordinary file");
-    if (status && isReadOnly(*status) && !cleared_.contains(host))
+    if (status && ownerMayNotWrite(*status) && !cleared_.contains(host))
         return refused(host, "is read-only");
     if (held_.inUse(host))
         return refused(host, "is in use by a program that was started with it");
@@ -126,7 +127,7 @@ Status HostFileSystem::makeWritable(const std::string& host)
 {
     cleared_.erase(host);
     const auto status = look(host);
-    if (status && isReadOnly(*status) && chmod(host.c_str(), (status->st_mode & 07777) | S_IWUSR) != 0)
+    if (status && ownerMayNotWrite(*status) && chmod(host.c_str(), (status->st_mode & 07777) | S_IWUSR) != 0)
         return systemFailure(host, "made writable", errno);
     return {};
 }
@@ -210,6 +211,27 @@ std::int64_t HostFileSystem::length(std::wstring_view path)
     return status ? status->st_size : 0;
 }
 
+base::Result<std::chrono::local_seconds> HostFileSystem::lastChange(std::wstring_view path)
+{
+    const auto host = locateFile(path);
+    if (!host)
+        return host.failure();
+    const auto status = look(*host);
+    if (!status)
+        return systemFailure(*host, "looked at", errno);
+    std::tm local{};
+    localtime_r(&status->st_mtime, &local);
+    // Its fields counted as if there were no time zones give the time on the wall.
+    return std::chrono::local_seconds(std::chrono::seconds(timegm(&local)));
+}
+
+bool HostFileSystem::isReadOnly(std::wstring_view path)
+{
+    const auto host = locateFile(path);
+    const auto status = host ? look(*host) : std::nullopt;
+    return status && ownerMayNotWrite(*status) && !cleared_.contains(*host);
+}
+
 Status HostFileSystem::clearAttributes(std::wstring_view path)
 {
     const auto host = locateFile(path);
@@ -224,7 +246,7 @@ Status HostFileSystem::remove(std::wstring_view path)
     const auto host = locateFile(path);
     if (!host)
         return host.failure();
-    if (const auto status = look(*host); status && isReadOnly(*status) && !cleared_.contains(*host))
+    if (const auto status = look(*host); status && ownerMayNotWrite(*status) && !cleared_.contains(*host))
         return refused(*host, "is read-only");
     if (held_.removeAtEnd(*host))
         return {};
@@ -282,6 +304,30 @@ Status HostFileSystem::copy(std::wstring_view from, std::wstring_view to)
     auto done = replaceByCopy(*source, *target);
     if (done)
         cleared_.erase(*target);
+    return done;
+}
+
+Status HostFileSystem::replace(std::wstring_view from, std::wstring_view to)
+{
+    const auto source = locateFile(from);
+    const auto target = locateFile(to);
+    if (!source)
+        return source.failure();
+    if (!target)
+        return target.failure();
+    if (held_.awaited(*source))
+        return refused(*source, "is about to be opened by a program that was started with it");
+    if (auto may = mayBeWritten(*target); !may)
+        return may;
+    const auto before = look(*source);
+    const auto there = look(*target);
+    if (before && there && before->st_dev == there->st_dev && before->st_ino == there->st_ino)
+        return Failure{Failure::Kind::invalid, *target, "is the file itself"};
+    auto done = replaceByMove(*source, *target, there ? there->st_mode | S_IWUSR : 0);
+    if (done) {
+        cleared_.erase(*source);
+        cleared_.erase(*target);
+    }
     return done;
 }
 

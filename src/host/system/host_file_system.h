@@ -27,10 +27,13 @@ public:
     bool fileExists(std::wstring_view path) override;
     bool folderExists(std::wstring_view path) override;
     std::int64_t length(std::wstring_view path) override;
+    base::Result<std::chrono::local_seconds> lastChange(std::wstring_view path) override;
+    bool isReadOnly(std::wstring_view path) override;
     base::Status clearAttributes(std::wstring_view path) override;
     base::Status remove(std::wstring_view path) override;
     base::Status rename(std::wstring_view from, std::wstring_view to) override;
     base::Status copy(std::wstring_view from, std::wstring_view to) override;
+    base::Status replace(std::wstring_view from, std::wstring_view to) override;
     base::Status createFolder(std::wstring_view path) override;
     base::Result<std::vector<std::wstring>> list(std::wstring_view folder, std::wstring_view pattern) override;
     base::Status changeDrive(std::wstring_view path) override;

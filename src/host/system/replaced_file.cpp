@@ -26,6 +26,14 @@ std::string followed(const std::string& path)
     return real != nullptr ? std::string(real.get()) : path;
 }
 
+/// Called before a file takes another's name: after a power cut there is the old file or the new, not an empty one.
+base::Status onDisk(int file, const std::string& where)
+{
+    if (fsync(file) != 0 && errno != EINVAL)
+        return systemFailure(where, "written", errno);
+    return {};
+}
+
 /// A new file beside its target, gone again unless it is put in the target's place.
 class Draft {
 public:
@@ -59,9 +67,8 @@ public:
 
     base::Status putInPlace()
     {
-        // On the disk before it takes the name: after a power cut there is the old file or the new, not an empty one.
-        if (fsync(file_.get()) != 0 && errno != EINVAL)
-            return systemFailure(target_, "written", errno);
+        if (auto there = onDisk(file_.get(), target_); !there)
+            return there;
         if (auto closed = file_.close(target_); !closed)
             return closed;
         if (rename(path_.c_str(), target_.c_str()) != 0)
@@ -125,6 +132,27 @@ base::Status replaceByCopy(const std::string& from, const std::string& to)
     if (fchmod(draft.get(), status.st_mode & 0777) != 0 || futimens(draft.get(), times) != 0)
         return systemFailure(to, "written", errno);
     return draft.putInPlace();
+}
+
+base::Status replaceByMove(const std::string& from, const std::string& to, mode_t mode)
+{
+    const Descriptor source(open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!source)
+        return systemFailure(from, "opened", errno);
+    if (mode != 0 && fchmod(source.get(), mode & 07777) != 0)
+        return systemFailure(from, "given the rights of the old file", errno);
+    if (auto there = onDisk(source.get(), from); !there)
+        return there;
+    const std::string target = followed(to);
+    if (rename(from.c_str(), target.c_str()) == 0)
+        return {};
+    if (errno != EXDEV)
+        return systemFailure(target, "replaced", errno);
+    if (auto copied = replaceByCopy(from, target); !copied)
+        return copied;
+    if (unlink(from.c_str()) != 0)
+        return systemFailure(from, "deleted after copying", errno);
+    return {};
 }
 
 }

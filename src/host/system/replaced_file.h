@@ -16,4 +16,7 @@ base::Status replaceFile(const std::string& path, std::string_view bytes, mode_t
 /// The same with the contents, the mode and the time of change of another file.
 base::Status replaceByCopy(const std::string& from, const std::string& to);
 
+/// The same by another file itself, which is then no longer under its old name. Beside each other no byte is copied.
+base::Status replaceByMove(const std::string& from, const std::string& to, mode_t mode);
+
 }

@@ -151,6 +151,47 @@ TEST(HostFileSystem, renameAndCopyKeepModeAndTimeAlsoAcrossFileSystems)
     fs::remove_all(other, error);
 }
 
+TEST(HostFileSystem, aReplacedFileKeepsItsModeAndItsLink)
+{
+    RealFiles real;
+    auto& files = real.files();
+    fs::create_directories(real.root / "library");
+    writeHostFile(real.root / "library/song.mp3", "old");
+    fs::permissions(real.root / "library/song.mp3", fs::perms(0460));
+    fs::create_symlink("library/song.mp3", real.root / "song.mp3");
+    writeHostFile(real.root / "song.mp3.new", "new");
+    ASSERT_TRUE(files.clearAttributes(L"C:\\song.mp3"));
+    ASSERT_TRUE(files.replace(L"C:\\song.mp3.new", L"C:\\song.mp3"));
+    EXPECT_TRUE(fs::is_symlink(real.root / "song.mp3"));
+    EXPECT_EQ(readHostFile(real.root / "library/song.mp3"), "new");
+    EXPECT_EQ(modeOf(real.root / "library/song.mp3"), 0660u) << "that of the old file, and writable";
+    EXPECT_FALSE(fs::exists(real.root / "song.mp3.new"));
+
+    fs::create_hard_link(real.root / "library/song.mp3", real.root / "second name");
+    EXPECT_FALSE(files.replace(L"C:\\second name", L"C:\\song.mp3")) << "they are one file";
+    EXPECT_TRUE(fs::exists(real.root / "second name"));
+}
+
+TEST(HostFileSystem, aReplacementMayComeFromAnotherFileSystem)
+{
+    std::error_code error;
+    const std::string other = "/dev/shm/tonquay-test-" + std::to_string(getpid());
+    if (!fs::create_directory(other, error))
+        GTEST_SKIP() << "no second file system at /dev/shm";
+    host::HeldFiles held;
+    host::HostFileSystem files({"/", "", {}}, held);
+    TempFolder folder;
+    writeHostFile(folder / "song.mp3", "old");
+    fs::permissions(folder / "song.mp3", fs::perms(0640));
+    writeHostFile(other + "/draft", "new");
+    EXPECT_TRUE(files.replace(files.programPath(other + "/draft"), files.programPath(folder / "song.mp3")));
+    EXPECT_EQ(readHostFile(folder / "song.mp3"), "new");
+    EXPECT_EQ(modeOf(folder / "song.mp3"), 0640u);
+    EXPECT_TRUE(fs::is_empty(other));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator()), 1);
+    fs::remove_all(other, error);
+}
+
 TEST(GatheredFile, largeAndSmallWritesLandInOrder)
 {
     RealFiles real;

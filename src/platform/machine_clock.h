@@ -4,9 +4,10 @@
 
 #include <thread>
 
-namespace tonquay::host {
+namespace tonquay::platform {
 
-class HostClock final : public platform::Clock {
+/// The time of this machine. It needs nothing from a host, so that a room can be used alone.
+class MachineClock final : public Clock {
 public:
     Monotonic now() const override { return std::chrono::steady_clock::now(); }
     Wall wallTime() const override { return std::chrono::system_clock::now(); }

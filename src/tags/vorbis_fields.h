@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// An Ogg Vorbis file as it is shown and edited, and how what was edited is written: by vorbiscomment, which reads it
+/// from a file of comments.
+namespace tonquay::tags {
+
+struct VorbisTag;
+
+/// The texts that are shown and edited.
+struct VorbisFields {
+    std::wstring title{};
+    std::wstring artist{};
+    std::wstring album{};
+    std::wstring genre{};
+    std::wstring date{};
+    std::wstring trackNumber{}; ///< empty for none
+    std::wstring comment{};
+};
+
+/// What is shown of a tag: its texts without blanks around them, and its track number if that is above 0.
+VorbisFields shownFields(const VorbisTag& tag);
+
+/// The lines of information above the fields: size, date and type. `date` is that of the file, as it is to be shown. A
+/// file of `length` 0, so also one that is missing, is "Corrupt file".
+std::wstring oggInformation(std::int64_t length, std::wstring_view date);
+
+/// The file of comments: "title=", "artist=", "album=", "genre=", "date=", "tracknumber=", "comment=", a line each that
+/// ends with CR LF, whether there is something behind it or not. Texts are without blanks around them. A line end or
+/// NUL inside of one, which would end its comment, becomes a blank.
+std::wstring commentsFileText(const VorbisFields& fields);
+
+/// The command that has vorbiscomment, in the current folder, replace all comments of `file` by those of
+/// `commentsFile`.
+std::wstring vorbisCommentCommand(std::wstring_view commentsFile, std::wstring_view file);
+
+}
