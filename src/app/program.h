@@ -24,6 +24,7 @@
 #include "state/forms.h"
 #include "tagging/automatic_tagger.h"
 #include "tagging/late_tags.h"
+#include "tagging/tag_page.h"
 
 #include <functional>
 #include <string_view>
@@ -71,6 +72,7 @@ private:
     rip::TrackExtraction extraction_;
     rip::RipDriver driver_;
     tagging::AutomaticTagger tagger_;
+    tagging::TagPage tagPage_;
     deck::ProgramEnd programEnd_;
     deck::Preview preview_;
     deck::RunCommands runCommands_;

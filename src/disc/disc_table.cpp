@@ -42,7 +42,7 @@ void DiscTable::buildFromControl()
     }
     if (!found)
         driveLetter = acd_.GetDriveName(1);
-    state_.tagClipboard.fill(L"");
+    state_.TagClipboard.fill(L"");
     if (base::isBlank(driveLetter))
         return;
     // Lengths are asked of the current drive, so the one that was found has to be it.

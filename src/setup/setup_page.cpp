@@ -12,6 +12,7 @@
 #include "state/settings_text.h"
 
 #include <array>
+#include <utility>
 
 namespace tonquay::setup {
 
@@ -25,12 +26,13 @@ constexpr std::array ripModes{L"Normal", L"Synchronous", L"Burst", L"Analog", L"
 }
 
 SetupPage::SetupPage(state::AppState& state, state::Forms& forms, disc::DiscTable& discTable,
-                     platform::Platform& platform)
+                     platform::Platform& platform, std::function<void()> loadTagPage)
     : state_(state),
       forms_(forms),
       form_(forms.controlsOf<state::CdriptabControls>()),
       discTable_(discTable),
       platform_(platform),
+      loadTagPage_(std::move(loadTagPage)),
       drives_(state, forms, discTable, platform),
       outputFolder_(state, form_),
       encoder_(state, form_, page_, platform),
@@ -49,6 +51,8 @@ void SetupPage::load()
     page_ = {};
     toWav_.load();
     outputFolder_.load();
+    if (loadTagPage_)
+        loadTagPage_();
     drives_.fill();
     for (const wchar_t* mode : ripModes)
         form_.List4.add(mode);
@@ -129,11 +133,12 @@ void SetupPage::close()
 
 void SetupPage::keyPressed(controls::Key key)
 {
-    if (key == controls::Key::f1)
-        state::helpOpen(platform_.help, state_.folders,
-                        form_.tab == state::toWavTab ? state::toWavTopic : state::setupTopic);
-    else
-        form_.cmdCancel.press();
+    if (key != controls::Key::f1)
+        return form_.cmdCancel.press();
+    const std::int32_t topic = form_.tab == state::toWavTab        ? state::toWavTopic
+                               : form_.tab == state::tagUtilityTab ? state::tagUtilityTopic
+                                                                   : state::setupTopic;
+    state::helpOpen(platform_.help, state_.folders, topic);
 }
 
 }

@@ -12,13 +12,17 @@
 #include "state/app_state.h"
 #include "state/forms.h"
 
+#include <functional>
+
 namespace tonquay::setup {
 
 /// The setup dialog. It shows the settings when it loads. Some controls change their setting at once, for this run; OK
 /// takes the others, writes all of them, and restarts the program when the way of reading has changed with them.
 class SetupPage {
 public:
-    SetupPage(state::AppState& state, state::Forms& forms, disc::DiscTable& discTable, platform::Platform& platform);
+    /// `loadTagPage` fills the page of tags, which is somebody else's, when the dialog loads.
+    SetupPage(state::AppState& state, state::Forms& forms, disc::DiscTable& discTable, platform::Platform& platform,
+              std::function<void()> loadTagPage = {});
 
 private:
     void load();
@@ -35,6 +39,7 @@ private:
     state::CdriptabControls& form_;
     disc::DiscTable& discTable_;
     platform::Platform& platform_;
+    std::function<void()> loadTagPage_;
     SetupState page_;
     DriveList drives_;
     OutputFolder outputFolder_;

@@ -4,6 +4,7 @@
 #include "state/run_flags.h"
 #include "state/settings.h"
 #include "tags/tag_state.h"
+#include "tags/wav_info.h"
 
 #include <array>
 #include <string>
@@ -23,7 +24,9 @@ struct AppState {
     EngineState engine;
     WindowState window;
     tags::TagState tags;
-    std::array<std::wstring, 7> tagClipboard; ///< title, artist, album, comment, year, genre, track
+    tags::WavInfo wav; ///< of the WAV file that the tag page showed last
+    std::wstring TagFilePath;                 ///< the file that the tag page shows
+    std::array<std::wstring, 7> TagClipboard; ///< title, artist, album, comment, year, genre, track
     TrackTable<std::int32_t> analogTrackSeconds;
 };
 

@@ -137,6 +137,7 @@ void CdriptabControls::resetToDesign()
     Image1[0].visible = true;
     Image1[1].visible = false;
     converting = Mp3InHand{};
+    tagPage.resetToDesign();
     focusWanted = SetupFocus::none;
     tab = settingsTab;
 }

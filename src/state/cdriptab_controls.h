@@ -9,6 +9,7 @@
 #include "controls/option_group.h"
 #include "controls/text_box.h"
 #include "state/mp3_row.h"
+#include "state/tag_page_controls.h"
 
 #include <array>
 #include <cstddef>
@@ -25,7 +26,7 @@ enum FileFormat : std::size_t { mp3Format = 0, wavFormat = 1, oggFormat = 2, wma
 /// What of the setup dialog can be given the keyboard by the program.
 enum class SetupFocus { none, drives, encoder, commandLine, fileExtension, quality, advanced };
 
-/// The setup dialog: the settings of the ripper, and MP3 to WAV.
+/// The setup dialog: the settings of the ripper, the tag page, and MP3 to WAV.
 struct CdriptabControls {
     controls::Form form;
     controls::Property<std::int32_t> tab{settingsTab}; ///< TabStrip1's selected tab
@@ -70,6 +71,8 @@ struct CdriptabControls {
     controls::Button Command12;                  ///< flips between the two
     controls::Button cmdOK;
     controls::Button cmdCancel;
+
+    TagPageControls tagPage;
 
     controls::Frame SSFrame7;                 ///< around MP3 to WAV
     controls::Label Label20;                  ///< heading of the folder of MP3 files

@@ -11,6 +11,7 @@ namespace tonquay::state {
 inline constexpr std::int32_t ripperTopic = 1008;
 inline constexpr std::int32_t setupTopic = 1016;
 inline constexpr std::int32_t toWavTopic = 1019;
+inline constexpr std::int32_t tagUtilityTopic = 1020;
 
 /// Shows a topic of the help.
 void helpOpen(platform::HelpViewer& viewer, const Folders& folders, std::int32_t topic);

@@ -9,19 +9,10 @@ FormsToCome::FormsToCome(state::Forms& forms, platform::Dialogs& dialogs, platfo
       dialogs_(dialogs),
       loop_(loop)
 {
-    disableKeys();
     bindings_.keep(forms.controlsOf<state::CdrecaltControls>().form.follow([this](const controls::Form::State& state) {
         if (state == controls::Form::State::shown)
             formShown();
     }));
-}
-
-void FormsToCome::disableKeys()
-{
-    state::RipdeckControls& main = forms_.ripdeck();
-    main.image10[state::tagUtilityKey].enabled = false;
-    main.Label10[state::tagUtilityKey].enabled = false;
-    forms_.controlsOf<state::PopaControls>().pop[state::tagUtilityEntry].enabled = false;
 }
 
 /// Whoever shows it is still in the middle of it.

@@ -7,14 +7,12 @@
 
 namespace tonquay::ui {
 
-/// Forms whose windows this version does not have yet: the tag utility, whose keys are disabled, and analog capture,
-/// which says so when it is shown, and goes.
+/// A form whose window this version does not have yet: analog capture, which says so when it is shown, and goes.
 class FormsToCome {
 public:
     FormsToCome(state::Forms& forms, platform::Dialogs& dialogs, platform::EventLoop& loop);
 
 private:
-    void disableKeys();
     void formShown();
     void sendAway();
 

@@ -3,6 +3,7 @@
 #include "ui/forms/bound_widgets.h"
 #include "ui/forms/input.h"
 #include "ui/forms/settings_view.h"
+#include "ui/forms/tag_view.h"
 #include "ui/forms/to_wav_view.h"
 
 #include <QCloseEvent>
@@ -24,7 +25,7 @@ namespace tonquay::ui {
 namespace {
 
 /// The pages in the order of their tabs.
-constexpr std::array pages{state::settingsTab, state::toWavTab};
+constexpr std::array pages{state::settingsTab, state::tagUtilityTab, state::toWavTab};
 
 std::unique_ptr<QScrollArea> scrolling(QWidget& page)
 {
@@ -45,10 +46,12 @@ public:
     {
         setWindowTitle(qtText(form.form.caption));
         auto settings = std::make_unique<SettingsView>(form, files, dialogs);
+        auto tags = std::make_unique<TagView>(form.tagPage, files, dialogs);
         auto toWav = std::make_unique<ToWavView>(form, files, dialogs);
-        const QSize wanted = settings->sizeHint().expandedTo(toWav->sizeHint());
+        const QSize wanted = settings->sizeHint().expandedTo(toWav->sizeHint()).expandedTo(tags->sizeHint());
         tabs_.setDocumentMode(true);
         tabs_.addTab(scrolling(*settings.release()).release(), QStringLiteral("Settings"));
+        tabs_.addTab(scrolling(*tags.release()).release(), QStringLiteral("MP3/Ogg/WAV Tag Utility"));
         tabs_.addTab(scrolling(*toWav.release()).release(), qtText(form.SSFrame7.caption));
         auto column = std::make_unique<QVBoxLayout>();
         column->setContentsMargins(0, 6, 0, 12);

@@ -7,15 +7,11 @@
 namespace tonquay::ui {
 namespace {
 
-TEST(FormsToCome, disableTheirKeysAndGoWhenTheyAreShownAllTheSame)
+TEST(FormsToCome, goWhenTheyAreShown)
 {
     test::FakeHost host;
     state::Forms forms;
     const FormsToCome toCome(forms, host.dialogs, host.loop);
-    EXPECT_FALSE(forms.ripdeck().image10[state::tagUtilityKey].enabled);
-    EXPECT_TRUE(forms.ripdeck().image10[state::setupKey].enabled);
-    EXPECT_FALSE(forms.controlsOf<state::PopaControls>().pop[state::tagUtilityEntry].enabled);
-
     forms.controlsOf<state::CdrecaltControls>().form.show();
     EXPECT_TRUE(host.dialogs.boxes.empty()) << "whoever shows it is still at it";
     host.loop.pass();

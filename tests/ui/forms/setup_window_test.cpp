@@ -222,10 +222,52 @@ TEST_F(SetupView, rowsOfMp3FilesMoveByKeyboardMouseAndDragging)
     EXPECT_EQ(queue.model()->index(0, 0).data(Qt::AccessibleTextRole), "c.mp3, being converted");
 }
 
+TEST_F(SetupView, tagPageShowsItsFieldsAndTakesWhatIsTyped)
+{
+    state::TagPageControls& page = form.tagPage;
+    form.tab = state::tagUtilityTab;
+    page.genlist1.rows = std::vector<std::wstring>{L"Blues", L"Rock"};
+    page.List55.append({L"a.mp3", L"b.ogg"});
+    page.Text8.text = L"Dawn";
+    page.genlist1.text = L"Not in the list";
+    page.Label10.caption = L"Size: 1 bytes\r\nType: MPEG\r\n";
+    page.List55.click = [&] { events.emplace_back(page.List55.isSelected(1) ? "second" : "none"); };
+    page.Text7.keyDown = [&] { events.emplace_back("key"); };
+    page.genlist1.keyDown = [&] { events.emplace_back("genre key"); };
+    page.Text7.enter = [&] { page.focusWanted = state::TagPageFocus::genre; };
+    page.genlist1.enter = [&] { events.emplace_back("genre enter"); };
+    page.Command4.click = [&] { events.emplace_back("save"); };
+
+    QListView& list = named<QListView>("Files with tags");
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(1, 0)).center());
+    EXPECT_EQ(named<QLineEdit>("Title").text(), "Dawn");
+    auto& genre = named<QComboBox>("Genre");
+    EXPECT_EQ(genre.currentText(), "Not in the list");
+    EXPECT_EQ(genre.count(), 2);
+    QLineEdit& artist = named<QLineEdit>("Artist");
+    artist.setFocus();
+    QTest::keyClick(&artist, Qt::Key_Left);
+    QTest::keyClicks(&artist, "Ann");
+    EXPECT_EQ(page.Text7.text.get(), L"Ann");
+    QTest::keyClick(&artist, Qt::Key_Return);
+    ASSERT_EQ(QApplication::focusWidget(), &genre);
+    genre.lineEdit()->selectAll();
+    QTest::keyClicks(&genre, "X");
+    EXPECT_EQ(page.genlist1.text.get(), L"X");
+    QTest::keyClick(genre.lineEdit(), Qt::Key_Return);
+    QTest::mouseClick(&named<QAbstractButton>("Save"), Qt::LeftButton);
+    EXPECT_THAT(events, testing::IsSupersetOf({"second", "key", "genre key", "genre enter", "save"}));
+    page.Frame3.visible = false;
+    page.Text8.visible = false;
+    EXPECT_FALSE(named<QLineEdit>("Title").isVisible());
+}
+
 TEST_F(SetupView, keysAndClosing)
 {
     QTest::keyClick(&dialog(), Qt::Key_F1);
     QTest::keyClick(&dialog(), Qt::Key_Escape);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(form.tab.get(), state::tagUtilityTab);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_EQ(form.tab.get(), state::toWavTab);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
