@@ -63,8 +63,8 @@ public:
     void WriteTag(std::wstring_view path, bool ignoreReadOnly);
 
     /// Strip away an ID3v2 tag. A file that does not begin with one stays, and so does what this object holds;
-    /// otherwise all frames are gone from here too. The file then begins with the last ten bytes of the tag. Everything
-    /// else is as for WriteTag.
+    /// otherwise all frames are gone from here too. The file then begins with the last ten bytes of the tag; one that
+    /// is nothing but its header stays for that reason. Everything else is as for WriteTag.
     void removeTag(std::wstring_view path, bool ignoreReadOnly);
 
     /// Return a specified frames data value: of the first such frame, without any NUL; of a comment its text, of a web

@@ -326,20 +326,20 @@ TEST(Id3v2Write, whereverItFailsTheOldFileOrTheNewOneIsWhole)
     const struct {
         const char* what;
         Operation operation;
-        bool needed;
+        int times; ///< that it is done or asked for; each of them may fail
     } faults[] = {
-        {"attributes", Operation::clearAttributes, true},
-        {"open old", Operation::openForReading, true},
-        {"open new", Operation::openBinary, true},
-        {"read", Operation::read, true},
-        {"seek", Operation::seek, true},
-        {"write", Operation::write, true},
-        {"close", Operation::close, true},
-        {"replace", Operation::replace, true},
-        {"remove", Operation::remove, false},
-        {"rename", Operation::rename, false},
-        {"copy", Operation::copy, false},
-        {"write whole", Operation::writeWhole, false},
+        {"attributes", Operation::clearAttributes, 1},
+        {"open old", Operation::openForReading, 1},
+        {"open new", Operation::openBinary, 1},
+        {"read", Operation::read, 3},
+        {"seek", Operation::seek, 1},
+        {"write", Operation::write, 2},
+        {"close", Operation::close, 2},
+        {"replace, asked for both names", Operation::replace, 2},
+        {"remove", Operation::remove, 0},
+        {"rename", Operation::rename, 0},
+        {"copy", Operation::copy, 0},
+        {"write whole", Operation::writeWhole, 0},
     };
     for (const Work& work : works) {
         for (const auto& fault : faults) {
@@ -353,8 +353,7 @@ TEST(Id3v2Write, whereverItFailsTheOldFileOrTheNewOneIsWhole)
                 const auto mend = [](World&) {};
                 while (after < 20 && !survives(work, fault.what, !removeFails, harm, mend))
                     ++after;
-                EXPECT_LT(after, 20) << fault.what;
-                EXPECT_EQ(after > 0, fault.needed) << work.what << ", " << fault.what;
+                EXPECT_EQ(after, fault.times) << work.what << ", " << fault.what;
             }
         }
         int after = 0;
