@@ -126,7 +126,7 @@ std::int32_t AutomaticTagger::tagTracks(bool selectedOnly)
         const auto path = findTrackFile(platform_.files, folder, state_.disc, track);
         if (!path)
             continue;
-        fillTagInfo(state_.tags, values, state_.disc.trackTitles(track), track);
+        fillTagInfo(state_.tags, values, state_.disc.trackTitles(track), base::digits(track));
         tags::WriteId3v1Tag(platform_.files, platform_.log, options, state_.tags, *path);
         ++tagged;
     }

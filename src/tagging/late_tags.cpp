@@ -1,5 +1,6 @@
 #include "tagging/late_tags.h"
 
+#include "base/numbers.h"
 #include "base/text.h"
 #include "platform/diagnostics.h"
 #include "platform/file_system.h"
@@ -60,7 +61,7 @@ void LateTags::tag(const Waiting& file)
     if (!platform_.files.fileExists(file.path) || isTagged(platform_.files, file.path))
         return;
     tags::TagState tags;
-    fillTagInfo(tags, file.values, file.title, file.track);
+    fillTagInfo(tags, file.values, file.title, base::digits(file.track));
     tags::COptions options(platform_.settings, state_.folders.appFolder);
     platform_.log.line("tags", platform_.files.hostPath(file.path) + ": tagged after its encoder has ended");
     tags::WriteId3v1Tag(platform_.files, platform_.log, options, tags, file.path);

@@ -10,7 +10,6 @@
 #include "platform/processes.h"
 #include "state/settings_text.h"
 #include "tagging/tag_values.h"
-#include "tags/genres.h"
 #include "tags/id3v1.h"
 #include "tags/id3v2_tag.h"
 #include "tags/mp3_info.h"
@@ -91,7 +90,7 @@ TagPage::TagPage(state::AppState& state, state::Forms& forms, platform::Platform
         showMp3();
     };
     page_.Command3.click = [this] {
-        clearFields();
+        show({});
         TagChanged = false;
     };
     page_.Command4.click = [this] { save(); };
@@ -154,14 +153,14 @@ void TagPage::load()
 void TagPage::openDrive()
 {
     TagChanged = false;
-    clearFields();
+    show({});
     page_.dir2.open(page_.Drive2.drive.get().substr(0, 1) + L":\\");
 }
 
 void TagPage::openFolder()
 {
     TagChanged = false;
-    clearFields();
+    show({});
     listFiles();
 }
 
@@ -222,7 +221,7 @@ std::wstring TagPage::dateOf(std::wstring_view path) const
 
 void TagPage::showMp3()
 {
-    clearFields();
+    show({});
     const std::wstring& path = state_.TagFilePath;
     const std::int64_t length = platform_.files.length(path);
     if (length < 1) {
@@ -231,33 +230,19 @@ void TagPage::showMp3()
     }
     tags::COptions options(platform_.settings, state_.folders.appFolder);
     tags::ReadMp3Info(platform_.files, platform_.log, options, id3v2Reader(platform_), state_.tags, path);
-    const tags::TagFields fields = tags::tagFields(state_.tags);
-    page_.Text7.text = fields.artist;
-    page_.Text8.text = fields.title;
-    page_.Text6.text = fields.album;
-    page_.Text4.text = fields.year;
-    page_.genlist1.text = fields.genre;
-    page_.Text5.text = fields.comment;
-    page_.Text10.text = fields.track;
+    show(tags::tagFields(state_.tags));
     page_.Label10.caption = tags::fileInformation(state_.tags, length, dateOf(path));
 }
 
 void TagPage::showOgg()
 {
-    clearFields();
+    show({});
     const std::wstring& path = state_.TagFilePath;
     const std::int64_t length = platform_.files.length(path);
     page_.Label10.caption = tags::oggInformation(length, dateOf(path));
     if (length < 1)
         return;
-    const tags::VorbisFields fields = tags::shownFields(tags::ReadVorbisTag(platform_.files, platform_.log, path));
-    page_.Text8.text = fields.title;
-    page_.Text7.text = fields.artist;
-    page_.Text6.text = fields.album;
-    page_.Text4.text = fields.date;
-    page_.genlist1.text = fields.genre;
-    page_.Text5.text = fields.comment;
-    page_.Text10.text = fields.trackNumber;
+    show(tags::shownFields(tags::ReadVorbisTag(platform_.files, platform_.log, path)));
 }
 
 void TagPage::showWav()
@@ -266,11 +251,15 @@ void TagPage::showWav()
     page_.Label10.caption = tags::wavInformation(state_.wav);
 }
 
-void TagPage::clearFields()
+void TagPage::show(const tags::TagFields& fields)
 {
-    for (controls::TextBox* box : {&page_.Text7, &page_.Text8, &page_.Text6, &page_.Text5, &page_.Text4, &page_.Text10})
-        box->text = L"";
-    page_.genlist1.text = L"";
+    page_.Text8.text = fields.title;
+    page_.Text7.text = fields.artist;
+    page_.Text6.text = fields.album;
+    page_.genlist1.text = fields.genre;
+    page_.Text4.text = fields.year;
+    page_.Text10.text = fields.track;
+    page_.Text5.text = fields.comment;
 }
 
 void TagPage::copy()
@@ -333,18 +322,12 @@ void TagPage::save()
 
 void TagPage::saveMp3()
 {
-    constexpr std::size_t yearWidth = 4;
-    const auto textField = [](const controls::Property<std::wstring>& text) {
-        return naming::fixedWidth(trimmed(text), naming::nameWidth);
-    };
-    auto& info = state_.tags.TagInfo;
-    info[tags::slot::artist] = textField(page_.Text7.text);
-    info[tags::slot::title] = textField(page_.Text8.text);
-    info[tags::slot::album] = textField(page_.Text6.text);
-    info[tags::slot::comment] = textField(page_.Text5.text);
-    info[tags::slot::year] = naming::fixedWidth(page_.Text4.text.get(), yearWidth);
-    info[tags::slot::genre] = base::digits(tags::GenreNumberFromName(trimmed(page_.genlist1.text)));
-    info[tags::slot::track] = trimmed(page_.Text10.text);
+    const TagValues values{.artist = page_.Text7.text.get(),
+                           .album = page_.Text6.text.get(),
+                           .year = page_.Text4.text.get(),
+                           .comment = page_.Text5.text.get(),
+                           .genre = trimmed(page_.genlist1.text)};
+    fillTagInfo(state_.tags, values, page_.Text8.text.get(), trimmed(page_.Text10.text));
     tags::COptions options(platform_.settings, state_.folders.appFolder);
     tags::WriteId3v1Tag(platform_.files, platform_.log, options, state_.tags, state_.TagFilePath);
 }
@@ -360,13 +343,13 @@ void TagPage::saveOgg()
     if (!mayReplaceComments())
         return;
     const std::wstring comments = state::inFolder(tools, L"comments.txt");
-    const tags::VorbisFields fields{.title = page_.Text8.text.get(),
-                                    .artist = page_.Text7.text.get(),
-                                    .album = page_.Text6.text.get(),
-                                    .genre = page_.genlist1.text.get(),
-                                    .date = page_.Text4.text.get(),
-                                    .trackNumber = page_.Text10.text.get(),
-                                    .comment = page_.Text5.text.get()};
+    const tags::TagFields fields{.title = page_.Text8.text.get(),
+                                 .artist = page_.Text7.text.get(),
+                                 .album = page_.Text6.text.get(),
+                                 .genre = page_.genlist1.text.get(),
+                                 .year = page_.Text4.text.get(),
+                                 .track = page_.Text10.text.get(),
+                                 .comment = page_.Text5.text.get()};
     const auto written = platform_.files.writeWhole(comments, base::utf8(tags::commentsFileText(fields)));
     if (!passOver(platform_.log, written, "Write the comments of an Ogg file"))
         return;

@@ -4,6 +4,7 @@
 #include "state/app_state.h"
 #include "state/forms.h"
 #include "state/tag_page_controls.h"
+#include "tags/tag_fields.h"
 
 #include <string>
 
@@ -26,7 +27,7 @@ private:
     void openFolder();
     void listFiles();
     void selectFile();
-    void clearFields();
+    void show(const tags::TagFields& fields);
     void showMp3();
     void showOgg();
     void showWav();

@@ -67,7 +67,7 @@ TagValues tagValuesOf(const state::DiscInfo& disc)
             std::wstring(genreForCategory(disc.discGenre))};
 }
 
-void fillTagInfo(tags::TagState& tags, const TagValues& values, std::wstring_view title, std::int32_t track)
+void fillTagInfo(tags::TagState& tags, const TagValues& values, std::wstring_view title, std::wstring_view track)
 {
     tags.TagInfo[tags::slot::artist] = textField(values.artist);
     tags.TagInfo[tags::slot::title] = textField(title);
@@ -75,7 +75,7 @@ void fillTagInfo(tags::TagState& tags, const TagValues& values, std::wstring_vie
     tags.TagInfo[tags::slot::comment] = textField(values.comment);
     tags.TagInfo[tags::slot::year] = naming::fixedWidth(values.year, yearWidth);
     tags.TagInfo[tags::slot::genre] = base::digits(tags::GenreNumberFromName(values.genre));
-    tags.TagInfo[tags::slot::track] = base::digits(track);
+    tags.TagInfo[tags::slot::track] = track;
 }
 
 }

@@ -4,7 +4,6 @@
 #include "state/disc_info.h"
 #include "tags/tag_state.h"
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -32,7 +31,7 @@ TagValues tagValuesOf(const state::DiscInfo& disc);
 
 /// Puts the values of one track into the places of TagInfo that a file's tag is written from; the other places stay.
 /// Texts are cut to the width of their fields and filled up with blanks. A genre that the tags have no number for
-/// becomes 0.
-void fillTagInfo(tags::TagState& tags, const TagValues& values, std::wstring_view title, std::int32_t track);
+/// becomes 0. The track is written as it stands.
+void fillTagInfo(tags::TagState& tags, const TagValues& values, std::wstring_view title, std::wstring_view track);
 
 }

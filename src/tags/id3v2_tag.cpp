@@ -57,12 +57,6 @@ clsFrame* firstFrame(const clsFrames& frames, std::wstring_view identifier)
 
 }
 
-clsID3v2::clsID3v2(platform::FileSystem& files, platform::Diagnostics& log)
-    : files_(files),
-      log_(log),
-      clock_(machineClock_)
-{}
-
 clsID3v2::clsID3v2(platform::FileSystem& files, platform::Diagnostics& log, platform::Clock& clock)
     : files_(files),
       log_(log),

@@ -3,7 +3,6 @@
 #include "platform/clock.h"
 #include "platform/diagnostics.h"
 #include "platform/file_system.h"
-#include "platform/machine_clock.h"
 #include "tags/frame_ids.h"
 #include "tags/id3v2_frames.h"
 #include "tags/id3v2_headers.h"
@@ -18,7 +17,7 @@ namespace tonquay::tags {
 
 /// The ID3v2.3 tag at the start of a file: read it, take values out and set them, write it back or strip it away.
 ///
-///     clsID3v2 tag(files, log);
+///     clsID3v2 tag(files, log, clock);
 ///     tag.ReadTag(path);
 ///     tag.SetFrameValue(FrameValueID::title, L"Title");
 ///     tag.WriteTag(path, false);
@@ -31,9 +30,7 @@ namespace tonquay::tags {
 /// Neither an extended header nor unsynchronisation is known; the flags of tag and frames are carried along.
 class clsID3v2 {
 public:
-    /// All of them outlive this. The clock gives the time in the name of a temporary file; without one it is that of
-    /// the machine.
-    clsID3v2(platform::FileSystem& files, platform::Diagnostics& log);
+    /// All of them outlive this. The clock gives the time in the name of a temporary file.
     clsID3v2(platform::FileSystem& files, platform::Diagnostics& log, platform::Clock& clock);
     clsID3v2(const clsID3v2&) = delete;
     clsID3v2& operator=(const clsID3v2&) = delete;
@@ -89,7 +86,6 @@ private:
 
     platform::FileSystem& files_;
     platform::Diagnostics& log_;
-    platform::MachineClock machineClock_;
     platform::Clock& clock_;
     clsFrames frames_;
     bool hasTag_ = false;

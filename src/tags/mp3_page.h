@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tags/tag_fields.h"
 #include "tags/tag_state.h"
 
 #include <cstdint>
@@ -9,17 +10,8 @@
 /// What people are shown of an MP3 file that ReadMp3Info() has read, from the slots of TagInfo alone.
 namespace tonquay::tags {
 
-/// The texts of the fields that a tag is edited in.
-struct TagFields {
-    std::wstring artist;
-    std::wstring title;
-    std::wstring album;
-    std::wstring year;  ///< empty for one of a single character
-    std::wstring genre; ///< by the number of an ID3v1 tag; the name that an ID3v2 tag has is not shown
-    std::wstring comment;
-    std::wstring track; ///< empty for one below 1
-};
-
+/// The texts of the fields that a tag is edited in. A year of a single character is shown as none, and so is a track
+/// below 1. The genre is the one of the number in an ID3v1 tag; the name that an ID3v2 tag has is not shown.
 TagFields tagFields(const TagState& state);
 
 /// The text about the file itself, over several lines, each ended by CR LF. `length` is the file's in bytes, `date`

@@ -12,14 +12,14 @@ namespace {
 
 struct Line {
     std::wstring_view key;
-    std::wstring VorbisFields::*text;
+    std::wstring TagFields::*text;
 };
 
 constexpr std::array lines{
-    Line{L"title=", &VorbisFields::title},     Line{L"artist=", &VorbisFields::artist},
-    Line{L"album=", &VorbisFields::album},     Line{L"genre=", &VorbisFields::genre},
-    Line{L"date=", &VorbisFields::date},       Line{L"tracknumber=", &VorbisFields::trackNumber},
-    Line{L"comment=", &VorbisFields::comment},
+    Line{L"title=", &TagFields::title},     Line{L"artist=", &TagFields::artist},
+    Line{L"album=", &TagFields::album},     Line{L"genre=", &TagFields::genre},
+    Line{L"date=", &TagFields::year},       Line{L"tracknumber=", &TagFields::track},
+    Line{L"comment=", &TagFields::comment},
 };
 
 std::wstring trimmed(std::wstring_view text)
@@ -50,14 +50,14 @@ std::wstring quoted(std::wstring_view path)
 
 }
 
-VorbisFields shownFields(const VorbisTag& tag)
+TagFields shownFields(const VorbisTag& tag)
 {
     return {.title = trimmed(tag.Title),
             .artist = trimmed(tag.Artist),
             .album = trimmed(tag.Album),
             .genre = trimmed(tag.Genre),
-            .date = trimmed(tag.Date),
-            .trackNumber = tag.TrackNumber > 0 ? base::digits(tag.TrackNumber) : std::wstring(),
+            .year = trimmed(tag.Date),
+            .track = tag.TrackNumber > 0 ? base::digits(tag.TrackNumber) : std::wstring(),
             .comment = trimmed(tag.Comment)};
 }
 
@@ -68,7 +68,7 @@ std::wstring oggInformation(std::int64_t length, std::wstring_view date)
     return L"Size:" + base::str(length) + L" bytes,  Date: " + std::wstring(date) + L"\r\nType: Ogg Vorbis\r\n";
 }
 
-std::wstring commentsFileText(const VorbisFields& fields)
+std::wstring commentsFileText(const TagFields& fields)
 {
     std::wstring text;
     for (const Line& line : lines)

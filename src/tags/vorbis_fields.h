@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tags/tag_fields.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -10,19 +12,8 @@ namespace tonquay::tags {
 
 struct VorbisTag;
 
-/// The texts that are shown and edited.
-struct VorbisFields {
-    std::wstring title{};
-    std::wstring artist{};
-    std::wstring album{};
-    std::wstring genre{};
-    std::wstring date{};
-    std::wstring trackNumber{}; ///< empty for none
-    std::wstring comment{};
-};
-
 /// What is shown of a tag: its texts without blanks around them, and its track number if that is above 0.
-VorbisFields shownFields(const VorbisTag& tag);
+TagFields shownFields(const VorbisTag& tag);
 
 /// The lines of information above the fields: size, date and type. `date` is that of the file, as it is to be shown. A
 /// file of `length` 0, so also one that is missing, is "Corrupt file".
@@ -31,7 +22,7 @@ std::wstring oggInformation(std::int64_t length, std::wstring_view date);
 /// The file of comments: "title=", "artist=", "album=", "genre=", "date=", "tracknumber=", "comment=", a line each that
 /// ends with CR LF, whether there is something behind it or not. Texts are without blanks around them. A line end or
 /// NUL inside of one, which would end its comment, becomes a blank.
-std::wstring commentsFileText(const VorbisFields& fields);
+std::wstring commentsFileText(const TagFields& fields);
 
 /// The command that has vorbiscomment, in the current folder, replace all comments of `file` by those of
 /// `commentsFile`.

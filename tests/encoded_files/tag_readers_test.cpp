@@ -95,14 +95,14 @@ TEST_F(TagReadersTest, theCommentsFileReplacesAllComments)
 {
     run("oggenc -Q -t Old -c other=gone in.wav -o x.ogg");
     // As the adapter in the program folder hands it on.
-    const auto write = [&](const VorbisFields& fields) {
+    const auto write = [&](const TagFields& fields) {
         writeHostFile(folder / "comments.txt", base::utf8(base::replaced(commentsFileText(fields), L'\r', L' ')));
         run("sh -c \"sed -i 's/ $//' comments.txt && vorbiscomment -w -c comments.txt x.ogg && "
             "vorbiscomment -l x.ogg > listed.txt\"");
         EXPECT_EQ(readHostFile(folder / "listed.txt"), readHostFile(folder / "comments.txt"));
         return hasVorbisComments(files, log, take("x.ogg"));
     };
-    EXPECT_TRUE(write({.title = L"Naïve \"title\" = \\x", .trackNumber = L"3", .comment = L"two\r\nlines"}));
+    EXPECT_TRUE(write({.title = L"Naïve \"title\" = \\x", .track = L"3", .comment = L"two\r\nlines"}));
     EXPECT_FALSE(write({}));
 }
 

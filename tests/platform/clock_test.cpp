@@ -1,4 +1,4 @@
-#include "platform/machine_clock.h"
+#include "platform/clock.h"
 
 #include <gtest/gtest.h>
 
@@ -27,9 +27,6 @@ TEST(Clock, dateAndTimeOfDayAreThoseOfTheUsersTimeZone)
     EXPECT_EQ(clock.timeOfDay().to_duration(), 2h + 16min + 40s);
     unsetenv("TZ");
     tzset();
-    const auto time = platform::MachineClock().timeOfDay().to_duration();
-    EXPECT_GE(time, 0s);
-    EXPECT_LT(time, 24h + 1s) << "a leap second is a second of its day";
 }
 
 }

@@ -62,7 +62,7 @@ TEST(FillTagInfo, fitsEachValueIntoItsField)
     const std::wstring blanks26(26, L' ');
     tags::TagState tags;
     tags.TagInfo.fill(L"before");
-    fillTagInfo(tags, {L"  Ann  ", std::wstring(31, L'x'), L"19991", L"", L"Rock"}, L" Dawn ", 7);
+    fillTagInfo(tags, {L"  Ann  ", std::wstring(31, L'x'), L"19991", L"", L"Rock"}, L" Dawn ", L"7");
     struct Case {
         const char* what;
         std::size_t slot;
@@ -82,11 +82,11 @@ TEST(FillTagInfo, fitsEachValueIntoItsField)
     for (const std::size_t other : {0U, 1U, 2U, 3U, 5U, 6U, 13U, 14U, 19U})
         EXPECT_EQ(tags.TagInfo[other], L"before") << other;
 
-    fillTagInfo(tags, {.year = L" 99", .genre = L"Blue Grass"}, L"", 100);
+    fillTagInfo(tags, {.year = L" 99", .genre = L"Blue Grass"}, L"", L"100");
     EXPECT_EQ(tags.TagInfo[12], L" 99 ") << "a year keeps its blanks";
     EXPECT_EQ(tags.TagInfo[11], L"0") << "a spelling that cannot be looked up";
     EXPECT_EQ(tags.TagInfo[4], L"100");
-    fillTagInfo(tags, {}, L"", 1);
+    fillTagInfo(tags, {}, L"", L"1");
     EXPECT_EQ(tags.TagInfo[11], L"0") << "no genre";
 }
 

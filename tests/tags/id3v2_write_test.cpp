@@ -250,8 +250,7 @@ TEST(Id3v2Write, theTemporaryFileHasANameThatIsFree)
 
     World w("sound");
     w.files.put(path + L".new", "somebody's");
-    clsID3v2 withoutClock(w.files, w.log);
-    withoutClock.WriteTag(path, false);
+    w.tag.WriteTag(path, false);
     EXPECT_EQ(*w.files.contents(path), test::tag("") + "sound");
     EXPECT_EQ(*w.files.contents(path + L".new"), "somebody's");
     EXPECT_EQ(w.files.allFiles().size(), 2u);

@@ -24,13 +24,13 @@ TEST(VorbisFields, areShownTrimmed)
               L"title=Ab\r\nartist=Ann\r\nalbum=\r\ngenre=Rock\r\ndate=1999\r\ntracknumber=12\r\ncomment=Hi\r\n");
     for (const std::int16_t none : {std::int16_t{0}, std::int16_t{-1}}) {
         tag.TrackNumber = none;
-        EXPECT_EQ(tags::shownFields(tag).trackNumber, L"");
+        EXPECT_EQ(tags::shownFields(tag).track, L"");
     }
 }
 
 TEST(VorbisFields, areWrittenOneALineWhateverStandsInThem)
 {
-    EXPECT_EQ(tags::commentsFileText({.title = L"  a\r\nartist=b\n", .trackNumber = L" 3 ", .comment = L"c\0d=\r"s}),
+    EXPECT_EQ(tags::commentsFileText({.title = L"  a\r\nartist=b\n", .track = L" 3 ", .comment = L"c\0d=\r"s}),
               L"title=a  artist=b\r\nartist=\r\nalbum=\r\ngenre=\r\ndate=\r\ntracknumber=3\r\ncomment=c d=\r\n");
 }
 

@@ -7,6 +7,7 @@
 #include "host/posix/program_search.h"
 #include "host/real/private_folder.h"
 #include "host/system/end_actions.h"
+#include "host/system/host_clock.h"
 #include "host/system/host_diagnostics.h"
 #include "host/system/host_event_loop.h"
 #include "host/system/host_file_system.h"
@@ -18,7 +19,6 @@
 #include "host/system/no_help.h"
 #include "host/system/places.h"
 #include "host/system/program_folder.h"
-#include "platform/machine_clock.h"
 
 #include <optional>
 
@@ -48,7 +48,7 @@ struct RealHost::Services {
     std::optional<PrivateFolder> privateFolder;
     EndActions endActions;
     HostDiagnostics log;
-    platform::MachineClock clock;
+    HostClock clock;
     HostEventLoop loop;
     HeldFiles held;
     HostFileSystem files;

@@ -179,7 +179,8 @@ std::vector<std::string> HostProcesses::hostArguments(const CommandText& command
     for (const CommandWord& word : command.arguments) {
         const std::wstring_view folder = folderPart(word.text);
         // A second wildcard says what the files that are made are called, so it stays what it is.
-        const bool input = word.wildcard && !std::exchange(hasInput, hasInput || word.wildcard);
+        const bool input = word.wildcard && !hasInput;
+        hasInput = hasInput || word.wildcard;
         const auto names = input ? files_.list(folder.empty() ? std::wstring_view(L".") : folder,
                                                std::wstring_view(word.text).substr(folder.size()))
                                  : base::Result<std::vector<std::wstring>>(std::vector<std::wstring>{});

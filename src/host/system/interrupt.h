@@ -9,8 +9,8 @@
 namespace tonquay::host {
 
 /// Ctrl-C, and the system's wish that the program end (SIGTERM, SIGHUP), as calls on the logic's thread. One for a
-/// process; signals are as usual again when it is gone. The fourth signal ends the
-/// process on the spot, whatever became of the first three.
+/// process; signals are as usual again when it is gone. The fourth signal ends the process on the spot, whatever became
+/// of the first three.
 class Interrupt {
 public:
     Interrupt(HostEventLoop& loop, std::function<void()> call);

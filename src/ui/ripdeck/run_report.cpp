@@ -10,13 +10,16 @@ namespace tonquay::ui {
 
 namespace {
 
-/// Steps that failed, programs that ended badly, files that got no tag: what is no progress of a run but its trouble.
+/// Steps that failed, programs that ended badly, files that got no tag, tracks that are left out: what is no progress
+/// of a run but its trouble.
 bool tellsOfTrouble(std::string_view area, std::string_view text)
 {
     if (area == "processes")
         return text.find(": ended ") != std::string_view::npos || text.find("cannot be") != std::string_view::npos;
     if (area == "tags")
         return text.find("gets no tag") != std::string_view::npos;
+    if (area == "engine")
+        return text.find("left out") != std::string_view::npos;
     constexpr std::array<std::string_view, 2> areas{"passed over", "extraction"};
     return area == platform::AcdControl::refusedArea || std::ranges::find(areas, area) != areas.end();
 }

@@ -1,3 +1,4 @@
+#include "host/system/host_clock.h"
 #include "host/system/host_diagnostics.h"
 #include "host/system/host_settings_store.h"
 #include "host/system/host_system_info.h"
@@ -27,6 +28,14 @@ TEST(Places, followTheEnvironmentWhereItNamesAbsoluteFolders)
     EXPECT_EQ(host::placesOf(ask).programFolder, "/data/cd-tonquay");
     EXPECT_TRUE(host::placesOf(ask).logFile.starts_with('/'));
     EXPECT_EQ(host::placesOf(ask).tempFolder, "/tmp");
+}
+
+TEST(HostClock, timeOfDayIsOneOfADay)
+{
+    using namespace std::chrono_literals;
+    const auto time = host::HostClock().timeOfDay().to_duration();
+    EXPECT_GE(time, 0s);
+    EXPECT_LT(time, 24h + 1s) << "a leap second is a second of its day";
 }
 
 TEST(HostSettingsStore, valuesGoRoundAndOtherLinesStay)

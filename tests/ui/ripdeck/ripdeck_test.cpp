@@ -99,6 +99,8 @@ TEST_F(DesktopProgram, aRunSaysWhatBecameOfIt)
                                       testing::Not(HasSubstr("tracks in"))));
     fs::remove(music / "Noon.wav");
     EXPECT_EQ(rip(), "3 tracks in " + music.string()) << "an old word goes";
+    ripdeck->program().state().settings.ripToWma = 1;
+    EXPECT_THAT(rip(), HasSubstr("WMA files cannot be made yet"));
 }
 
 TEST_F(DesktopProgram, discThatGoesEmptiesTheWindow)

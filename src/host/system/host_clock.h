@@ -4,10 +4,10 @@
 
 #include <thread>
 
-namespace tonquay::platform {
+namespace tonquay::host {
 
-/// The time of this machine. It needs nothing from a host, so that a room can be used alone.
-class MachineClock final : public Clock {
+/// The time of this machine.
+class HostClock final : public platform::Clock {
 public:
     Monotonic now() const override { return std::chrono::steady_clock::now(); }
     Wall wallTime() const override { return std::chrono::system_clock::now(); }
