@@ -89,7 +89,10 @@ bool store(double value, std::int32_t& field)
 
 std::wstring digits(std::int64_t number)
 {
-    return std::to_wstring(number);
+    constexpr std::size_t longest = 20;
+    char text[longest];
+    const char* const end = std::to_chars(text, text + longest, number).ptr;
+    return {static_cast<const char*>(text), end};
 }
 
 std::wstring str(std::int64_t number)

@@ -32,6 +32,17 @@ public:
     /// returns; a gathered write that failed is reported here.
     [[nodiscard]] virtual base::Status seek(std::int64_t offset) = 0;
 
+    struct Facts {
+        std::int64_t length = 0;                 ///< bytes
+        std::chrono::local_seconds lastChange{}; ///< of its contents, by the user's own time zone
+    };
+
+    /// What the system says of the open file as of now; a gathered write may not be seen.
+    [[nodiscard]] virtual base::Result<Facts> facts() = 0;
+
+    /// The file ends at the present place from now on: what was behind it is gone. A file that is shorter gets zeros.
+    [[nodiscard]] virtual base::Status endHere() = 0;
+
     /// Writes what is gathered and closes. No call but the destructor may follow.
     [[nodiscard]] virtual base::Status close() = 0;
 };

@@ -4,12 +4,19 @@
 
 namespace tonquay::platform {
 
+/// How an MP3 file's sound is measured.
+enum class SoundReading {
+    whole,   ///< every frame is counted, so it is known whether the sound is complete
+    estimate ///< a few places are looked at; the sound then counts as complete
+};
+
 /// What a sound file says of itself, and what its sound is. A field that the file does not have is empty or 0.
 struct FileTags {
     enum class Kind {
-        none, ///< neither of the others; `stream` is empty then
+        none, ///< none of the others; `stream` is empty then
         mp3,  ///< MPEG audio, layer III
         oggVorbis,
+        wav, ///< RIFF WAVE; its fields are always empty
     };
 
     struct Stream {

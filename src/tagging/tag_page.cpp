@@ -1,6 +1,5 @@
 #include "tagging/tag_page.h"
 
-#include "base/format.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "naming/prefix_move.h"
@@ -11,9 +10,6 @@
 #include "state/settings_text.h"
 #include "tagging/tag_values.h"
 #include "tags/id3v1.h"
-#include "tags/id3v2_tag.h"
-#include "tags/mp3_info.h"
-#include "tags/mp3_page.h"
 #include "tags/vorbis_comments.h"
 #include "tags/vorbis_fields.h"
 #include "tags/vorbis_tag.h"
@@ -21,7 +17,6 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -38,30 +33,15 @@ std::wstring trimmed(const controls::Property<std::wstring>& text)
     return std::wstring(base::trim(text.get()));
 }
 
-/// Upper case, without the full stop; all of a name without one.
-std::wstring endingOf(std::wstring_view name)
-{
-    return base::upper(name.substr(name.rfind(L'.') + 1));
-}
-
 bool isListed(std::wstring_view name)
 {
-    const std::wstring ending = endingOf(name);
-    return name.find(L'.') != std::wstring_view::npos && (ending == L"MP3" || ending == L"WAV" || ending == L"OGG");
+    const std::wstring whole = base::upper(name);
+    return whole.ends_with(L".MP3") || whole.ends_with(L".WAV") || whole.ends_with(L".OGG");
 }
 
 bool isOgg(std::wstring_view path)
 {
     return base::upper(path).ends_with(L"OGG");
-}
-
-tags::Id3v2Reader id3v2Reader(platform::Platform& platform)
-{
-    return [&platform](std::wstring_view path) -> tags::Id3v2Values {
-        const auto tag = std::make_shared<tags::clsID3v2>(platform.files, platform.log, platform.clock);
-        tag->ReadTag(path);
-        return [tag](int frame) { return tag->GetFrameValue(static_cast<tags::FrameValueID>(frame)); };
-    };
 }
 
 std::wstring fullPath(std::wstring_view folder, const std::wstring& name)
@@ -90,7 +70,7 @@ TagPage::TagPage(state::AppState& state, state::Forms& forms, platform::Platform
         showMp3();
     };
     page_.Command3.click = [this] {
-        show({});
+        show(tags::TagFields{});
         TagChanged = false;
     };
     page_.Command4.click = [this] { save(); };
@@ -153,14 +133,14 @@ void TagPage::load()
 void TagPage::openDrive()
 {
     TagChanged = false;
-    show({});
+    show(tags::TagFields{});
     page_.dir2.open(page_.Drive2.drive.get().substr(0, 1) + L":\\");
 }
 
 void TagPage::openFolder()
 {
     TagChanged = false;
-    show({});
+    show(tags::TagFields{});
     listFiles();
 }
 
@@ -185,12 +165,12 @@ void TagPage::selectFile()
     TagChanged = false;
     page_.Label10.caption = L"";
     state_.TagFilePath = fullPath(page_.dir2.path.get(), name);
-    const std::wstring ending = endingOf(name);
-    if (ending == L"OGG") {
+    const tags::FileSort sort = tags::fileSort(name);
+    if (sort == tags::FileSort::ogg) {
         for (controls::Button* key : {&page_.Command1, &page_.Command2, &page_.Command9})
             key->visible = false;
         showOgg();
-    } else if (ending == L"WAV") {
+    } else if (sort == tags::FileSort::wav) {
         showEditing(false);
         showWav();
     } else {
@@ -212,43 +192,26 @@ void TagPage::showEditing(bool shown)
     page_.Frame3.visible = shown;
 }
 
-/// How a file's date is shown; nothing for one that is missing.
-std::wstring TagPage::dateOf(std::wstring_view path) const
-{
-    const auto changed = platform_.files.lastChange(path);
-    return changed ? base::dateAndTime(*changed) : std::wstring();
-}
-
 void TagPage::showMp3()
 {
-    show({});
-    const std::wstring& path = state_.TagFilePath;
-    const std::int64_t length = platform_.files.length(path);
-    if (length < 1) {
-        page_.Label10.caption = L"Corrupt file";
-        return;
-    }
     tags::COptions options(platform_.settings, state_.folders.appFolder);
-    tags::ReadMp3Info(platform_.files, platform_.log, options, id3v2Reader(platform_), state_.tags, path);
-    show(tags::tagFields(state_.tags));
-    page_.Label10.caption = tags::fileInformation(state_.tags, length, dateOf(path));
+    show(tags::mp3Sight(platform_.files, platform_.log, platform_.clock, options, state_.tags, state_.TagFilePath));
 }
 
 void TagPage::showOgg()
 {
-    show({});
-    const std::wstring& path = state_.TagFilePath;
-    const std::int64_t length = platform_.files.length(path);
-    page_.Label10.caption = tags::oggInformation(length, dateOf(path));
-    if (length < 1)
-        return;
-    show(tags::shownFields(tags::ReadVorbisTag(platform_.files, platform_.log, path)));
+    show(tags::oggSight(platform_.files, platform_.log, state_.TagFilePath));
 }
 
 void TagPage::showWav()
 {
-    tags::ReadWavInfo(platform_.files, platform_.log, state_.wav, state_.TagFilePath);
-    page_.Label10.caption = tags::wavInformation(state_.wav);
+    page_.Label10.caption = tags::wavSight(platform_.files, platform_.log, state_.wav, state_.TagFilePath).information;
+}
+
+void TagPage::show(const tags::FileSight& sight)
+{
+    show(sight.fields);
+    page_.Label10.caption = sight.information;
 }
 
 void TagPage::show(const tags::TagFields& fields)

@@ -4,9 +4,7 @@
 #include "state/app_state.h"
 #include "state/forms.h"
 #include "state/tag_page_controls.h"
-#include "tags/tag_fields.h"
-
-#include <string>
+#include "tags/file_sight.h"
 
 namespace tonquay::tagging {
 
@@ -28,6 +26,7 @@ private:
     void listFiles();
     void selectFile();
     void show(const tags::TagFields& fields);
+    void show(const tags::FileSight& sight);
     void showMp3();
     void showOgg();
     void showWav();
@@ -40,7 +39,6 @@ private:
     void saveMp3();
     void saveOgg();
     bool mayReplaceComments();
-    std::wstring dateOf(std::wstring_view path) const;
 
     state::AppState& state_;
     state::Forms& forms_;

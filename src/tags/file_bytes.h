@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 
 namespace tonquay::tags {
 
@@ -18,10 +19,27 @@ public:
     FileBytes(platform::BinaryFile& file, platform::Diagnostics& log) : file_(file), log_(log) {}
 
     /// Nothing for a position where the file has no byte, or that cannot be read; the latter leaves a line.
-    std::optional<std::uint8_t> at(std::int64_t position);
+    std::optional<std::uint8_t> at(std::int64_t position)
+    {
+        if (!holds(position) && !load(position))
+            return std::nullopt;
+        return std::to_integer<std::uint8_t>(block_[static_cast<std::size_t>(position - first_)]);
+    }
+
+    /// The bytes from a position on that are at hand without another look into the file: one at least where there is
+    /// one. They hold until the next call.
+    std::span<const std::byte> from(std::int64_t position)
+    {
+        if (!holds(position) && !load(position))
+            return {};
+        return std::span(block_)
+            .first(static_cast<std::size_t>(count_))
+            .subspan(static_cast<std::size_t>(position - first_));
+    }
 
 private:
-    void load(std::int64_t first);
+    bool holds(std::int64_t position) const { return position >= first_ && position - first_ < count_; }
+    bool load(std::int64_t position);
 
     platform::BinaryFile& file_;
     platform::Diagnostics& log_;

@@ -2,6 +2,7 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
+#include "tags/id3v1_layout.h"
 #include "tags/tag_text.h"
 
 #include <algorithm>
@@ -10,30 +11,15 @@
 namespace tonquay::tags {
 
 using base::Failure;
+using id3v1::Place;
 
 namespace {
 
-/// A text field of the block.
-struct Place {
-    std::size_t offset;
-    std::size_t width;
-};
-
-constexpr std::size_t markerBytes = 3;
-constexpr Place titlePlace{3, 30};
-constexpr Place artistPlace{33, 30};
-constexpr Place albumPlace{63, 30};
-constexpr Place yearPlace{93, 4};
-constexpr Place commentPlace{97, 28};
-constexpr std::size_t zeroOffset = 125;
-constexpr std::size_t trackOffset = 126;
-constexpr std::size_t genreOffset = 127;
-
-constexpr std::array marker{std::byte{'T'}, std::byte{'A'}, std::byte{'G'}};
+constexpr std::size_t markerBytes = id3v1::marker.size();
 
 bool beginsWithMarker(std::span<const std::byte> bytes)
 {
-    return bytes.size() >= markerBytes && std::ranges::equal(bytes.first(markerBytes), marker);
+    return bytes.size() >= markerBytes && std::ranges::equal(bytes.first(markerBytes), id3v1::marker);
 }
 
 void put(Id3v1Block& block, Place place, std::wstring_view text)
@@ -62,6 +48,11 @@ base::Status takeNumber(const std::wstring& text, std::uint8_t& field)
     return {};
 }
 
+Failure shorterMeanwhile()
+{
+    return {Failure::Kind::invalid, {}, "has become shorter meanwhile"};
+}
+
 /// Moves to the block at the end of a file. True when there is one; the place is then behind its marker.
 base::Result<bool> findBlock(platform::BinaryFile& file, std::int64_t length)
 {
@@ -75,18 +66,8 @@ base::Result<bool> findBlock(platform::BinaryFile& file, std::int64_t length)
         return count.failure();
     // A new block would then begin behind a gap.
     if (*count < markerBytes)
-        return Failure{Failure::Kind::invalid, {}, "has become shorter meanwhile"};
+        return shorterMeanwhile();
     return beginsWithMarker(bytes);
-}
-
-/// Moves behind the place of a marker, whatever stands there.
-base::Result<bool> passMarker(platform::BinaryFile& file, std::int64_t length)
-{
-    if (length < id3v1LeastLength)
-        return false;
-    if (auto moved = file.seek(length - static_cast<std::int64_t>(id3v1Bytes - markerBytes)); !moved)
-        return moved.failure();
-    return true;
 }
 
 base::Status writeInto(platform::BinaryFile& file, std::int64_t length, TagState& state, COptions& options)
@@ -97,7 +78,7 @@ base::Status writeInto(platform::BinaryFile& file, std::int64_t length, TagState
     if (auto moved = file.seek(*there ? length - static_cast<std::int64_t>(id3v1Bytes - markerBytes) : length); !moved)
         return moved;
     if (!*there)
-        if (auto begun = file.write(marker); !begun)
+        if (auto begun = file.write(id3v1::marker); !begun)
             return begun;
     if (auto taken = fieldsFromTagInfo(state, options); !taken)
         return taken;
@@ -123,22 +104,22 @@ base::Status fieldsFromTagInfo(TagState& state, COptions& options)
     if (auto taken = takeNumber(state.TagInfo[slot::track], fields.Track); !taken)
         return taken;
     fields.Year = state.TagInfo[slot::year];
-    fields.Title = FitTagText(fields.Title, titlePlace.width, options);
-    fields.Artist = FitTagText(fields.Artist.text(), artistPlace.width, options);
+    fields.Title = FitTagText(fields.Title, id3v1::title.width, options);
+    fields.Artist = FitTagText(fields.Artist.text(), id3v1::artist.width, options);
     return {};
 }
 
 Id3v1Block id3v1Block(const Id3v1Fields& fields)
 {
     Id3v1Block block{};
-    std::ranges::copy(marker, block.begin());
-    put(block, titlePlace, fields.Title);
-    put(block, artistPlace, fields.Artist.text());
-    put(block, albumPlace, fields.Album.text());
-    put(block, yearPlace, fields.Year.text());
-    put(block, commentPlace, fields.Comment.text());
-    block[trackOffset] = std::byte{fields.Track};
-    block[genreOffset] = std::byte{fields.Genre};
+    std::ranges::copy(id3v1::marker, block.begin());
+    put(block, id3v1::title, fields.Title);
+    put(block, id3v1::artist, fields.Artist.text());
+    put(block, id3v1::album, fields.Album.text());
+    put(block, id3v1::year, fields.Year.text());
+    put(block, id3v1::comment, fields.Comment.text());
+    block[id3v1::track] = std::byte{fields.Track};
+    block[id3v1::genre] = std::byte{fields.Genre};
     return block;
 }
 
@@ -149,20 +130,20 @@ bool takeId3v1Block(std::span<const std::byte> block, TagState& state)
     Id3v1Fields& fields = state.id3v1;
     // What an earlier reader of the file has found is kept.
     if (base::isBlank(fields.Title))
-        fields.Title = textAt(block, titlePlace);
+        fields.Title = textAt(block, id3v1::title);
     if (base::isBlank(fields.Artist.text()))
-        fields.Artist = textAt(block, artistPlace);
+        fields.Artist = textAt(block, id3v1::artist);
     if (base::isBlank(fields.Album.text()))
-        fields.Album = textAt(block, albumPlace);
+        fields.Album = textAt(block, id3v1::album);
     if (base::isBlank(fields.Year.text()))
-        fields.Year = textAt(block, yearPlace);
+        fields.Year = textAt(block, id3v1::year);
     if (base::isBlank(fields.Comment.text()))
-        fields.Comment = textAt(block, commentPlace);
-    if (fields.Track == 0 && block[zeroOffset] == std::byte{0}) {
-        fields.Track = std::to_integer<std::uint8_t>(block[trackOffset]);
+        fields.Comment = textAt(block, id3v1::comment);
+    if (fields.Track == 0 && block[id3v1::zero] == std::byte{0}) {
+        fields.Track = std::to_integer<std::uint8_t>(block[id3v1::track]);
         state.TagInfo[slot::id3v1] = L"id3v1";
     }
-    fields.Genre = std::to_integer<std::uint8_t>(block[genreOffset]);
+    fields.Genre = std::to_integer<std::uint8_t>(block[id3v1::genre]);
 
     state.TagInfo[slot::title] = TrimTagText(fields.Title);
     state.TagInfo[slot::artist] = TrimTagText(fields.Artist.text());
@@ -179,15 +160,20 @@ bool takeId3v1Block(std::span<const std::byte> block, TagState& state)
 base::Result<bool> readId3v1Block(platform::BinaryFile& file, std::int64_t length, TagState& state,
                                   BlockMarker blockMarker)
 {
-    auto there = blockMarker == BlockMarker::wanted ? findBlock(file, length) : passMarker(file, length);
-    if (!there || !*there)
-        return there;
+    if (length < id3v1LeastLength)
+        return false;
+    // What is assumed need not be there: a file may be one byte short of it.
+    const std::size_t skipped = blockMarker == BlockMarker::wanted ? 0 : markerBytes;
     Id3v1Block block{};
-    std::ranges::copy(marker, block.begin());
-    const auto count = file.read(std::span(block).subspan(markerBytes));
+    std::ranges::copy(id3v1::marker, block.begin());
+    if (auto moved = file.seek(length - static_cast<std::int64_t>(id3v1Bytes - skipped)); !moved)
+        return moved.failure();
+    const auto count = file.read(std::span(block).subspan(skipped));
     if (!count)
         return count.failure();
-    return *count == id3v1Bytes - markerBytes && takeId3v1Block(block, state);
+    if (*count + skipped < markerBytes)
+        return shorterMeanwhile();
+    return *count + skipped == id3v1Bytes && takeId3v1Block(block, state);
 }
 
 void WriteId3v1Tag(platform::FileSystem& files, platform::Diagnostics& log, COptions& options, TagState& state,

@@ -24,7 +24,7 @@ std::string terminated(std::wstring_view value)
     return chars;
 }
 
-Failure unfit(const std::wstring& identifier, std::string_view text)
+Failure unfit(std::wstring_view identifier, std::string_view text)
 {
     return {Failure::Kind::invalid, base::utf8(identifier), std::string(text)};
 }

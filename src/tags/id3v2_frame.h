@@ -30,7 +30,7 @@ public:
 
     /// Return/Set the Frame ID. Four characters: what is shorter is filled up with blanks, what is longer is cut.
     virtual void FrameID(std::wstring_view) {}
-    virtual std::wstring FrameID() const { return {}; }
+    virtual std::wstring_view FrameID() const { return {}; }
 
     /// Return the Frame Size: the bytes of the body that getBytes() gives, without the ten of the frame's header.
     virtual std::int32_t FrameSize() const { return 0; }
@@ -65,7 +65,7 @@ public:
 class FrameFields : public clsFrame {
 public:
     void FrameID(std::wstring_view identifier) final { identifier_ = identifier; }
-    std::wstring FrameID() const final { return identifier_.text(); }
+    std::wstring_view FrameID() const final { return identifier_.text(); }
     void setFlags(Flags flags) final { flags_ = flags; }
     Flags getFlags() const final { return flags_; }
     std::uint8_t TextEncoding() const final { return encoding_; }
@@ -124,7 +124,7 @@ public:
     clsComment_Frame();
 
     /// Return/Set the Language field. Three characters, filled up with blanks or cut.
-    std::wstring Language() const { return language_.text(); }
+    std::wstring_view Language() const { return language_.text(); }
     void Language(std::wstring_view value) { language_ = value; }
 
     std::int32_t FrameSize() const override;

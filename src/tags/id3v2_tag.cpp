@@ -70,18 +70,26 @@ void clsID3v2::ReadTag(std::wstring_view path)
     const auto file = files_.openForReading(path);
     if (!platform::passOver(log_, file, "Open the file for its ID3v2 tag"))
         return;
+    ReadTag(**file, files_.hostPath(path));
+}
+
+void clsID3v2::ReadTag(platform::BinaryFile& file, std::string_view where)
+{
+    frames_.Clear();
+    hasTag_ = false;
     TagHeader header;
-    platform::passOver(log_, (*file)->read(header.bytes), "Read the header of the ID3v2 tag");
+    platform::passOver(log_, file.seek(0), "Move to the ID3v2 tag");
+    platform::passOver(log_, file.read(header.bytes), "Read the header of the ID3v2 tag");
     hasTag_ = header.isThere() && header.version() == TagHeader::knownVersion;
     if (!hasTag_)
         return;
     std::array<std::byte, readBytes> body{};
     const auto wanted = std::min(static_cast<std::size_t>(header.bodySize()), body.size());
-    platform::passOver(log_, (*file)->read(std::span(body).first(wanted)), "Read the frames of the ID3v2 tag");
-    parseFrames(body, header.bodySize(), files_.hostPath(path));
+    platform::passOver(log_, file.read(std::span(body).first(wanted)), "Read the frames of the ID3v2 tag");
+    parseFrames(body, header.bodySize(), where);
 }
 
-void clsID3v2::parseFrames(std::span<const std::byte> body, std::int32_t bodySize, const std::string& where)
+void clsID3v2::parseFrames(std::span<const std::byte> body, std::int32_t bodySize, std::string_view where)
 {
     constexpr auto headerSize = static_cast<std::int32_t>(id3v2HeaderBytes);
     std::vector<std::byte> frame;
@@ -100,7 +108,8 @@ void clsID3v2::parseFrames(std::span<const std::byte> body, std::int32_t bodySiz
             frame.assign(bytes.begin(), bytes.end());
         }
         place += header.size;
-        platform::passOver(log_, addParsedFrame(header, frame), "Read a frame of the ID3v2 tag of " + where);
+        if (const auto added = addParsedFrame(header, frame); !added)
+            platform::passOver(log_, added, std::string("Read a frame of the ID3v2 tag of ").append(where));
     }
 }
 

@@ -47,6 +47,9 @@ public:
     /// over leaves a line.
     void ReadTag(std::wstring_view path);
 
+    /// The same from a file that is open; the place in it is another one afterwards. `where` is its name in the log.
+    void ReadTag(platform::BinaryFile& file, std::string_view where);
+
     /// Write the tag to an MP3 file: its old tag, of whatever version, is replaced by the frames that are here,
     /// wherever they were read. A frame is as long as its text; zeros fill the tag up to a multiple of 257 bytes.
     ///
@@ -74,7 +77,7 @@ public:
     void SetFrameValue(FrameValueID id, std::wstring_view value);
 
 private:
-    void parseFrames(std::span<const std::byte> body, std::int32_t bodySize, const std::string& where);
+    void parseFrames(std::span<const std::byte> body, std::int32_t bodySize, std::string_view where);
     base::Status addParsedFrame(const FrameHeader& header, std::span<const std::byte> body);
     base::Status AddParsedTextFrame(const FrameHeader& header, std::span<const std::byte> body);
     base::Status AddParsedCommentFrame(const FrameHeader& header, std::span<const std::byte> body);

@@ -204,10 +204,18 @@ void ReadMp3Info(platform::FileSystem& files, platform::Diagnostics& log, COptio
     if (length < 1)
         return;
     const auto file = files.openForReading(path);
-    if (!platform::passOver(log, file, "Open an MP3 file"))
+    if (platform::passOver(log, file, "Open an MP3 file"))
+        ReadMp3Info(**file, length, log, options, id3v2, state, path, mode);
+}
+
+void ReadMp3Info(platform::BinaryFile& file, std::int64_t length, platform::Diagnostics& log, COptions& options,
+                 const Id3v2Reader& id3v2, TagState& state, std::wstring_view path, std::int16_t mode)
+{
+    ClearTagInfo(state);
+    if (length < 1)
         return;
     ResetTagFields(state, options);
-    FileBytes bytes(**file, log);
+    FileBytes bytes(file, log);
     if (mode < 1 && beginsWithTag(bytes, length, state.TagInfo[slot::id3v2])) {
         takeId3v2(id3v2(path), state);
         return;
@@ -216,7 +224,7 @@ void ReadMp3Info(platform::FileSystem& files, platform::Diagnostics& log, COptio
         ClearTagInfo(state);
         return;
     }
-    takeEnd(**file, log, length, mode == 2 ? BlockMarker::assumed : BlockMarker::wanted, state);
+    takeEnd(file, log, length, mode == 2 ? BlockMarker::assumed : BlockMarker::wanted, state);
 }
 
 }

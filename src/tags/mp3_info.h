@@ -45,4 +45,8 @@ using Id3v2Reader = std::function<Id3v2Values(std::wstring_view path)>;
 void ReadMp3Info(platform::FileSystem& files, platform::Diagnostics& log, COptions& options, const Id3v2Reader& id3v2,
                  TagState& state, std::wstring_view path, std::int16_t mode = 0);
 
+/// The same for a file of `length` bytes that is open for reading. `path` is what `id3v2` is called with.
+void ReadMp3Info(platform::BinaryFile& file, std::int64_t length, platform::Diagnostics& log, COptions& options,
+                 const Id3v2Reader& id3v2, TagState& state, std::wstring_view path, std::int16_t mode = 0);
+
 }

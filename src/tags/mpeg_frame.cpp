@@ -2,8 +2,10 @@
 
 #include "base/numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <limits>
 #include <string_view>
 
 namespace tonquay::tags {
@@ -21,6 +23,10 @@ constexpr SampleRates sampleRates2{22, 24, 16, 44};
 /// By the upper bits of the header's last byte; 4 is what the largest ones are rounded up to.
 constexpr std::array<std::int16_t, 5> channelCodes{1, 2, 3, 0, 1};
 
+// A frame begins with twelve bits that are set.
+constexpr std::byte frameMark{255};
+constexpr std::uint8_t leastSecond = 240;
+
 constexpr int xingFlags = 4;
 constexpr int xingFrames = 8;
 constexpr int xingBytes = 12;
@@ -28,17 +34,16 @@ constexpr int xingBytes = 12;
 /// Moves a position on; false, and it stays, when that leads out of its 16 bits.
 bool advance(std::int16_t& position, int distance)
 {
-    return base::store(position + distance, position);
+    const int moved = position + distance;
+    if (moved < std::numeric_limits<std::int16_t>::min() || moved > std::numeric_limits<std::int16_t>::max())
+        return false;
+    position = static_cast<std::int16_t>(moved);
+    return true;
 }
 
 std::uint8_t headerByte(FileBytes& file, std::int16_t position, int distance)
 {
     return advance(position, distance) ? file.at(position).value_or(0) : std::uint8_t{0};
-}
-
-bool beginsFrame(std::uint8_t first, std::uint8_t second)
-{
-    return first == 255 && second >= 240;
 }
 
 template <class Table>
@@ -67,14 +72,19 @@ std::int64_t xingNumber(FileBytes& file, std::int16_t position, int distance)
 
 std::int16_t FindFrameSync(FileBytes& file, std::int16_t start)
 {
-    std::int16_t position = start;
-    std::uint8_t previous = 0;
-    auto current = file.at(position);
-    while (current && !beginsFrame(previous, *current)) {
-        previous = *current;
-        current = advance(position, 1) ? file.at(position) : std::nullopt;
+    constexpr std::int64_t last = std::numeric_limits<std::int16_t>::max();
+    for (std::int64_t position = start; position < last; ++position) {
+        const auto held = file.from(position);
+        if (held.empty())
+            return -1;
+        const auto mark = std::ranges::find(held, frameMark);
+        position += mark - held.begin();
+        if (mark == held.end())
+            --position;
+        else if (position < last && file.at(position + 1).value_or(0) >= leastSecond)
+            return static_cast<std::int16_t>(position);
     }
-    return current && advance(position, -1) ? position : std::int16_t{-1};
+    return -1;
 }
 
 float GetMpegVersion(FileBytes& file, std::int16_t position)

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace tonquay::tags {
 
@@ -15,19 +14,20 @@ class COptions;
 template <std::size_t Width>
 class FixedText {
 public:
+    FixedText() { text_.fill(L' '); }
+
     FixedText& operator=(std::wstring_view text)
     {
-        std::wstring whole(text.substr(0, Width));
-        whole.resize(Width, L' ');
-        text_ = std::move(whole);
+        text_.fill(L' ');
+        text.copy(text_.data(), Width);
         return *this;
     }
 
     /// All of it, blanks included.
-    const std::wstring& text() const { return text_; }
+    std::wstring_view text() const { return {text_.data(), Width}; }
 
 private:
-    std::wstring text_ = std::wstring(Width, L' ');
+    std::array<wchar_t, Width> text_;
 };
 
 /// What the tag at the end of a file holds, as it is read and written.

@@ -44,13 +44,10 @@ void takeNumber(std::wstring_view stored, Integer& field)
 COptions::COptions(platform::SettingsStore& store, std::wstring_view applicationFolder)
     : store_(store),
       applicationFolder_(applicationFolder),
-      genreListName_(applicationFolder),
+      defaultGenreList_(applicationFolder_ + (applicationFolder.ends_with(L'\\') ? L"genre.gls" : L"\\genre.gls")),
+      genreListName_(defaultGenreList_),
       startDir_(applicationFolder)
-{
-    if (!genreListName_.ends_with(L'\\'))
-        genreListName_ += L'\\';
-    genreListName_ += L"genre.gls";
-}
+{}
 
 bool COptions::ConvertUnderscore() const
 {
@@ -62,35 +59,32 @@ void COptions::ConvertUnderscore(bool on)
     convertUnderscore_ = flagText(on);
 }
 
-std::wstring COptions::text(std::wstring_view key, std::wstring_view fallback)
-{
-    return store_.get(section, key, fallback);
-}
-
-bool COptions::flag(std::wstring_view key, bool fallback)
-{
-    return isOn(text(key, flagText(fallback)));
-}
-
 void COptions::readOptions()
 {
-    const COptions defaults(store_, applicationFolder_);
-    genreListName_ = text(L"GenreListName", defaults.genreListName_);
-    takeNumber(text(L"DefaultGenre", base::digits(defaults.defaultGenre_)), defaultGenre_);
-    startDir_ = text(L"StartDir", defaults.startDir_);
-    fillUp_ = text(L"FillUp", defaults.fillUp_);
-    askReadOnly_ = flag(L"AskReadOnly", defaults.askReadOnly_);
-    nextConvert_ = flag(L"NextConvert", defaults.nextConvert_);
-    showMp3Error_ = flag(L"ShowMp3Error", defaults.showMp3Error_);
-    convertTrackNo_ = flag(L"ConvertTrackNo", defaults.convertTrackNo_);
-    recognize_ = text(L"Recognize", defaults.recognize_);
-    takeNumber(text(L"ConvertTo", base::digits(defaults.convertTo_)), convertTo_);
-    ConvertUnderscore(flag(L"ConvertUnderscore", defaults.ConvertUnderscore()));
-    mp3Player_ = text(L"mp3Player", defaults.mp3Player_);
-    infoInclude_ = text(L"InfoInclude", defaults.infoInclude_);
-    fillOnlyEmpty_ = flag(L"FillOnlyEmpty", defaults.fillOnlyEmpty_);
-    takeNumber(text(L"TrackNoAtBeginning", base::digits(defaults.trackNo_)), trackNo_);
-    lowercase_ = flag(L"Lowercase", defaults.lowercase_);
+    const auto stored = store_.all(section);
+    const auto text = [&stored](std::wstring_view key, std::wstring_view fallback) -> std::wstring_view {
+        if (stored.empty())
+            return fallback;
+        const auto found = stored.find(base::upper(key));
+        return found == stored.end() ? fallback : std::wstring_view(found->second);
+    };
+    const auto flag = [&text](std::wstring_view key, bool fallback) { return isOn(text(key, flagText(fallback))); };
+    genreListName_ = text(L"GenreListName", defaultGenreList_);
+    takeNumber(text(L"DefaultGenre", L"0"), defaultGenre_);
+    startDir_ = text(L"StartDir", applicationFolder_);
+    fillUp_ = text(L"FillUp", L"");
+    askReadOnly_ = flag(L"AskReadOnly", true);
+    nextConvert_ = flag(L"NextConvert", true);
+    showMp3Error_ = flag(L"ShowMp3Error", false);
+    convertTrackNo_ = flag(L"ConvertTrackNo", true);
+    recognize_ = text(L"Recognize", L"12345");
+    takeNumber(text(L"ConvertTo", L"1"), convertTo_);
+    ConvertUnderscore(flag(L"ConvertUnderscore", true));
+    mp3Player_ = text(L"mp3Player", L"");
+    infoInclude_ = text(L"InfoInclude", L"");
+    fillOnlyEmpty_ = flag(L"FillOnlyEmpty", true);
+    takeNumber(text(L"TrackNoAtBeginning", L"2"), trackNo_);
+    lowercase_ = flag(L"Lowercase", true);
 }
 
 void COptions::writeOptions()

@@ -87,11 +87,10 @@ public:
 
 private:
     bool recognizes(wchar_t digit) const { return recognize_.find(digit) != std::wstring::npos; }
-    std::wstring text(std::wstring_view key, std::wstring_view fallback);
-    bool flag(std::wstring_view key, bool fallback);
 
     platform::SettingsStore& store_;
     std::wstring applicationFolder_;
+    std::wstring defaultGenreList_;
 
     std::wstring genreListName_;
     std::uint8_t defaultGenre_ = 0;

@@ -1,6 +1,6 @@
 #include "tags/vorbis_comments.h"
 
-#include "tags/ogg_packets.h"
+#include "tags/vorbis_stream.h"
 
 #include <optional>
 
@@ -8,20 +8,7 @@ namespace tonquay::tags {
 
 namespace {
 
-constexpr std::string_view identificationMark = "\1vorbis";
 constexpr std::string_view commentMark = "\3vorbis";
-
-/// The first stream of the file that is Vorbis, in its first packet. The first pages of all streams come before all
-/// others.
-std::optional<OggPackets> vorbisStream(FileWindow& window)
-{
-    for (auto page = nextPage(window, 0); page && page->first; page = nextPage(window, page->end)) {
-        OggPackets packets(window, *page);
-        if (packets.passes(identificationMark))
-            return packets;
-    }
-    return std::nullopt;
-}
 
 /// Passes over a comment of that length, as far as there is none with a value.
 bool hasValue(OggPackets& packets, std::uint32_t length)
@@ -38,16 +25,21 @@ bool hasValue(OggPackets& packets, std::uint32_t length)
     return false;
 }
 
-bool holdsComment(OggPackets& packets)
+/// Moves to the first comment of the header and tells how many there are.
+std::optional<std::uint32_t> commentCount(OggPackets& packets)
 {
     if (!packets.passes(commentMark))
-        return false;
+        return std::nullopt;
     const auto vendorLength = packets.number();
     if (!vendorLength)
-        return false;
+        return std::nullopt;
     packets.skip(*vendorLength);
-    const auto count = packets.number();
-    for (std::uint32_t left = count.value_or(0); left > 0; --left) {
+    return packets.number();
+}
+
+bool holdsComment(OggPackets& packets)
+{
+    for (std::uint32_t left = commentCount(packets).value_or(0); left > 0; --left) {
         const auto length = packets.number();
         if (!length)
             return false;
@@ -55,6 +47,29 @@ bool holdsComment(OggPackets& packets)
             return true;
     }
     return false;
+}
+
+std::optional<std::vector<std::string>> allComments(OggPackets& packets)
+{
+    constexpr std::uint32_t mostComments = 1000;
+    std::size_t bytesLeft = 32u << 20;
+    const auto count = commentCount(packets);
+    if (!count || *count > mostComments)
+        return std::nullopt;
+    std::vector<std::string> comments(*count);
+    for (std::string& comment : comments) {
+        const auto length = packets.number();
+        if (!length || *length > bytesLeft)
+            return std::nullopt;
+        bytesLeft -= *length;
+        while (comment.size() < *length) {
+            const auto byte = packets.byte();
+            if (!byte)
+                return std::nullopt;
+            comment.push_back(static_cast<char>(*byte));
+        }
+    }
+    return comments;
 }
 
 }
@@ -69,6 +84,22 @@ bool hasVorbisComments(platform::FileSystem& files, platform::Diagnostics& log, 
     const bool found = packets && packets->next() && holdsComment(*packets);
     platform::passOver(log, window.status(), "Look for comments in " + files.hostPath(path));
     return found;
+}
+
+std::optional<std::vector<std::string>> readVorbisComments(platform::FileSystem& files, platform::Diagnostics& log,
+                                                           std::wstring_view path)
+{
+    const auto file = files.openForReading(path);
+    if (!platform::passOver(log, file, "Open the file for its comments"))
+        return std::nullopt;
+    FileWindow window(**file);
+    auto packets = vorbisStream(window);
+    if (!packets || !packets->next())
+        return std::nullopt;
+    auto comments = allComments(*packets);
+    if (!platform::passOver(log, window.status(), "Read the comments of " + files.hostPath(path)))
+        return std::nullopt;
+    return comments;
 }
 
 }

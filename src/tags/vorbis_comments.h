@@ -3,7 +3,10 @@
 #include "platform/diagnostics.h"
 #include "platform/file_system.h"
 
+#include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace tonquay::tags {
 
@@ -15,5 +18,11 @@ namespace tonquay::tags {
 /// without such a stream, whatever other sound is in it, and for one that cannot be read, which leaves a line. The file
 /// is only read.
 bool hasVorbisComments(platform::FileSystem& files, platform::Diagnostics& log, std::wstring_view path);
+
+/// All comments of an Ogg Vorbis file, as its encoder has put them: UTF-8, "KEY=value", in their order, the bytes
+/// as they are. Nothing when the file cannot be read (which leaves a line), has no Vorbis stream, or its comment
+/// header breaks off, has more than a thousand comments or takes more than 32 MiB. The file is only read.
+std::optional<std::vector<std::string>> readVorbisComments(platform::FileSystem& files, platform::Diagnostics& log,
+                                                           std::wstring_view path);
 
 }

@@ -81,4 +81,9 @@ std::wstring vorbisCommentCommand(std::wstring_view commentsFile, std::wstring_v
     return L"vorbiscomment.exe  -w -c " + quoted(commentsFile) + L' ' + quoted(base::trim(file));
 }
 
+std::wstring vorbisCommentDraftCommand(std::wstring_view commentsFile, std::wstring_view file, std::wstring_view draft)
+{
+    return L"vorbiscomment.exe -w -R -e -c " + quoted(commentsFile) + L' ' + quoted(file) + L' ' + quoted(draft);
+}
+
 }

@@ -28,4 +28,8 @@ std::wstring commentsFileText(const TagFields& fields);
 /// `commentsFile`.
 std::wstring vorbisCommentCommand(std::wstring_view commentsFile, std::wstring_view file);
 
+/// The command that has vorbiscomment, in the current folder, write `draft`: `file` with the comments of `commentsFile`
+/// in place of its own. That is UTF-8, a comment a line, with "\\n" for a line end inside of one, and "\\\\".
+std::wstring vorbisCommentDraftCommand(std::wstring_view commentsFile, std::wstring_view file, std::wstring_view draft);
+
 }

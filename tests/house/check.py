@@ -21,7 +21,7 @@ LIBRARIES = [
     (r"cdio/.*", ["host/drives"], "libcdio-dev"),
     (r"SDL(2/.*|.*\.h)", ["host/audio"], "libsdl2-dev"),
     (r"libdeflate\.h", ["host/audio"], "libdeflate-dev"),
-    (r"(id3v[12]\w+|oggpageheader|vorbisfile|tiostream)\.h", ["host/tags"], "libtag1-dev"),
+    (r"(id3v[12]\w+|oggpageheader|vorbisfile|tiostream|fileref|tag)\.h", ["host/tags"], "libtag1-dev"),
     (r"QSvg\w*", ["ui/skin"], "qt6-svg-dev"),
     (r"Q[A-Z]\w*", ["host/system", "host/real", "host/windows", "ui", "launcher"], "qt6-base-dev"),
     (r"CLI/.*", ["console"], "libcli11-dev"),

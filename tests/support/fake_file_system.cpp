@@ -92,6 +92,19 @@ public:
         return {};
     }
 
+    base::Result<Facts> facts() override { return Facts{files_.length(full_), files_.changed}; }
+
+    Status endHere() override
+    {
+        if (auto bad = files_.trouble(Operation::write, full_))
+            return *bad;
+        if (toRead_)
+            return failure(Failure::Kind::other, full_, "is open for reading only");
+        if (Entry* entry = files_.find(full_))
+            entry->bytes.resize(place_);
+        return {};
+    }
+
     Status close() override
     {
         if (auto bad = files_.trouble(Operation::close, full_))

@@ -24,6 +24,15 @@ public:
         return found == entries.end() ? std::wstring(fallback) : found->value;
     }
 
+    std::map<std::wstring, std::wstring> all(std::wstring_view section) override
+    {
+        std::map<std::wstring, std::wstring> values;
+        for (const Entry& entry : entries)
+            if (base::sameText(entry.section, section))
+                values[base::upper(entry.key)] = entry.value;
+        return values;
+    }
+
     void set(std::wstring_view section, std::wstring_view key, std::wstring_view value) override
     {
         if (const auto found = find(section, key); found != entries.end())

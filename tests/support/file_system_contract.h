@@ -231,6 +231,24 @@ TYPED_TEST_P(FileSystemContract, aBinaryFileReadsAtTheSamePlaceThatItWritesTo)
     EXPECT_EQ(this->contents(L"f"), "012ABC6789!");
 }
 
+TYPED_TEST_P(FileSystemContract, aBinaryFileCanBeMadeToEndWhereItIs)
+{
+    this->put(L"f.bin", "0123456789");
+    auto file = this->files().openBinary(L"f.bin");
+    ASSERT_TRUE(file);
+    EXPECT_TRUE((*file)->seek(3));
+    EXPECT_TRUE((*file)->write(this->bytesOf("ab")));
+    EXPECT_TRUE((*file)->endHere());
+    EXPECT_EQ(this->contents(L"f.bin"), "012ab");
+    EXPECT_TRUE((*file)->seek(7));
+    EXPECT_TRUE((*file)->endHere());
+    EXPECT_TRUE((*file)->close());
+    EXPECT_EQ(this->contents(L"f.bin"), std::string("012ab\0\0", 7));
+    const auto seen = this->files().openForReading(L"f.bin");
+    ASSERT_TRUE(seen);
+    EXPECT_FALSE((*seen)->endHere());
+}
+
 TYPED_TEST_P(FileSystemContract, aFileOpenForReadingCannotBeChanged)
 {
     auto& files = this->files();
@@ -395,7 +413,8 @@ REGISTER_TYPED_TEST_SUITE_P(FileSystemContract, namesMatchWithoutRegardToCaseAnd
                             aFailedChangeOfFolderOrDriveLeavesBothAsTheyWere, aDiscShowsItsTracksAndNothingBehindThem,
                             whatIsNoPathIsNeverThere, readAllTakesNoMoreThanItsLimit,
                             aBinaryFileWritesInPlaceAndCutsNothingOff, aBinaryFileReadsAtTheSamePlaceThatItWritesTo,
-                            aFileOpenForReadingCannotBeChanged, readOnlyFilesChangeOnlyAfterTheirAttributesWereCleared,
+                            aBinaryFileCanBeMadeToEndWhereItIs, aFileOpenForReadingCannotBeChanged,
+                            readOnlyFilesChangeOnlyAfterTheirAttributesWereCleared,
                             renameReplacesAndFollowsTheCaseOfANewName, copyReplacesAndLeavesTheSource,
                             aReplacedFileHasTheNewBytesUnderItsOldName, foldersAreMadeOneAtATime,
                             listsFilesByPatternSortedByName);

@@ -212,7 +212,7 @@ TEST(Id3v2Frames, identifierAndFlagsAreCarriedAlong)
     empty.FrameID(L"TIT2");
     empty.Data(L"x");
     EXPECT_TRUE(empty.parseBytes(bytesOf("\0x"s)));
-    EXPECT_EQ(empty.FrameID() + empty.Data(), L"");
+    EXPECT_EQ(std::wstring(empty.FrameID()) + empty.Data(), L"");
     EXPECT_EQ(bodyOf(empty).size(), 0u);
 }
 

@@ -182,12 +182,12 @@ bool HostAcdControl::startExtraction(std::int16_t track, std::wstring_view path,
     const std::int64_t end = std::min(endSample, entry.sectorCount * base::red_book::samplesPerSector);
     if (firstSample >= end)
         return refuse("the wanted part is behind the end of the track");
-    // Empty first: the end of an older, longer file would stay behind the new sound.
-    if (const auto emptied = files_.writeWhole(path, {}); !emptied)
-        return refuse(base::describe(emptied.failure()));
     auto file = files_.openBinary(path);
     if (!file)
         return refuse(base::describe(file.failure()));
+    // The end of an older, longer file would stay behind the new sound.
+    if (const auto emptied = (*file)->endHere(); !emptied)
+        return refuse(base::describe(emptied.failure()));
 
     Extraction::Calls calls = callsOfNextExtraction();
     aborted_ = false;

@@ -1,7 +1,11 @@
 #include "host/system/gathered_file.h"
 
+#include "host/system/file_status.h"
+
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
+#include <unistd.h>
 
 namespace tonquay::host {
 
@@ -46,6 +50,22 @@ base::Status GatheredFile::seek(std::int64_t offset)
         return base::Failure{base::Failure::Kind::invalid, where_, "has no place before its start"};
     // The move is made also when the flush failed: whoever goes on after that writes where it meant to.
     start_ = offset;
+    return done;
+}
+
+base::Result<platform::BinaryFile::Facts> GatheredFile::facts()
+{
+    struct stat status {};
+    if (fstat(file_.get(), &status) != 0)
+        return systemFailure(where_, "looked at", errno);
+    return Facts{.length = status.st_size, .lastChange = wallTime(status.st_mtime)};
+}
+
+base::Status GatheredFile::endHere()
+{
+    auto done = flush();
+    if (done && ftruncate(file_.get(), start_) != 0)
+        return systemFailure(where_, "cut off", errno);
     return done;
 }
 

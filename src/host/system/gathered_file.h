@@ -22,6 +22,8 @@ public:
     base::Status write(std::span<const std::byte> bytes) override;
     base::Result<std::size_t> read(std::span<std::byte> buffer) override;
     base::Status seek(std::int64_t offset) override;
+    base::Result<Facts> facts() override;
+    base::Status endHere() override;
     base::Status close() override;
 
 private:

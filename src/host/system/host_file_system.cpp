@@ -3,14 +3,15 @@
 #include "base/text.h"
 #include "host/posix/descriptor.h"
 #include "host/posix/folder.h"
+#include "host/system/file_status.h"
 #include "host/system/gathered_file.h"
 #include "host/system/pattern.h"
 #include "host/system/replaced_file.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <ctime>
 #include <csignal>
+#include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
@@ -22,30 +23,6 @@ using base::Failure;
 using base::Status;
 
 namespace {
-
-std::optional<struct stat> look(const std::string& path)
-{
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0)
-        return std::nullopt;
-    return status;
-}
-
-bool isFolder(const std::string& path)
-{
-    const auto status = look(path);
-    return status && S_ISDIR(status->st_mode);
-}
-
-bool ownerMayNotWrite(const struct stat& status)
-{
-    return (status.st_mode & S_IWUSR) == 0;
-}
-
-Failure refused(const std::string& where, const char* text)
-{
-    return {Failure::Kind::refused, where, text};
-}
 
 base::Result<Descriptor> openToRead(const std::string& host)
 {
@@ -97,15 +74,30 @@ base::Result<std::string> HostFileSystem::locate(std::wstring_view path) const
 
 base::Result<std::string> HostFileSystem::locateFile(std::wstring_view path) const
 {
-    auto host = locate(path);
-    if (!host)
-        return host;
-    const auto status = look(*host);
-    if (!status)
-        return systemFailure(*host, "found", errno);
-    if (S_ISDIR(status->st_mode))
-        return Failure{Failure::Kind::notFound, *host, "is a folder"};
-    return host;
+    auto found = findFile(path);
+    if (!found)
+        return found.failure();
+    return std::move(found->host);
+}
+
+base::Result<HostFileSystem::FoundFile> HostFileSystem::findFile(std::wstring_view path) const
+{
+    FoundFile found;
+    // Most names are given in their own case; then one look is enough.
+    const std::string* const given = map_.asGiven(path);
+    if (given != nullptr && stat(given->c_str(), &found.status) == 0) {
+        found.host = *given;
+    } else {
+        auto host = locate(path);
+        if (!host)
+            return host.failure();
+        found.host = std::move(*host);
+        if (stat(found.host.c_str(), &found.status) != 0)
+            return systemFailure(found.host, "found", errno);
+    }
+    if (S_ISDIR(found.status.st_mode))
+        return Failure{Failure::Kind::notFound, found.host, "is a folder"};
+    return found;
 }
 
 /// Why a file must not be written or replaced, if so.
@@ -172,6 +164,9 @@ base::Result<std::unique_ptr<platform::BinaryFile>> HostFileSystem::openBinary(s
 
 base::Result<std::unique_ptr<platform::BinaryFile>> HostFileSystem::openForReading(std::wstring_view path)
 {
+    if (const std::string* const given = map_.asGiven(path))
+        if (auto file = openToRead(*given))
+            return std::unique_ptr<platform::BinaryFile>(std::make_unique<GatheredFile>(std::move(*file), *given));
     const auto host = locate(path);
     if (!host)
         return host.failure();
@@ -206,30 +201,22 @@ bool HostFileSystem::folderExists(std::wstring_view path)
 
 std::int64_t HostFileSystem::length(std::wstring_view path)
 {
-    const auto host = locateFile(path);
-    const auto status = host ? look(*host) : std::nullopt;
-    return status ? status->st_size : 0;
+    const auto found = findFile(path);
+    return found ? found->status.st_size : 0;
 }
 
 base::Result<std::chrono::local_seconds> HostFileSystem::lastChange(std::wstring_view path)
 {
-    const auto host = locateFile(path);
-    if (!host)
-        return host.failure();
-    const auto status = look(*host);
-    if (!status)
-        return systemFailure(*host, "looked at", errno);
-    std::tm local{};
-    localtime_r(&status->st_mtime, &local);
-    // Its fields counted as if there were no time zones give the time on the wall.
-    return std::chrono::local_seconds(std::chrono::seconds(timegm(&local)));
+    const auto found = findFile(path);
+    if (!found)
+        return found.failure();
+    return wallTime(found->status.st_mtime);
 }
 
 bool HostFileSystem::isReadOnly(std::wstring_view path)
 {
-    const auto host = locateFile(path);
-    const auto status = host ? look(*host) : std::nullopt;
-    return status && ownerMayNotWrite(*status) && !cleared_.contains(*host);
+    const auto found = findFile(path);
+    return found && ownerMayNotWrite(found->status) && !cleared_.contains(found->host);
 }
 
 Status HostFileSystem::clearAttributes(std::wstring_view path)
@@ -243,92 +230,18 @@ Status HostFileSystem::clearAttributes(std::wstring_view path)
 
 Status HostFileSystem::remove(std::wstring_view path)
 {
-    const auto host = locateFile(path);
-    if (!host)
-        return host.failure();
-    if (const auto status = look(*host); status && ownerMayNotWrite(*status) && !cleared_.contains(*host))
-        return refused(*host, "is read-only");
-    if (held_.removeAtEnd(*host))
+    const auto found = findFile(path);
+    if (!found)
+        return found.failure();
+    const std::string& host = found->host;
+    if (ownerMayNotWrite(found->status) && !cleared_.contains(host))
+        return refused(host, "is read-only");
+    if (held_.removeAtEnd(host))
         return {};
-    if (unlink(host->c_str()) != 0)
-        return systemFailure(*host, "deleted", errno);
-    cleared_.erase(*host);
+    if (unlink(host.c_str()) != 0)
+        return systemFailure(host, "deleted", errno);
+    cleared_.erase(host);
     return {};
-}
-
-Status HostFileSystem::rename(std::wstring_view from, std::wstring_view to)
-{
-    const auto source = locateFile(from);
-    auto target = locate(to);
-    if (!source)
-        return source.failure();
-    if (!target)
-        return target.failure();
-    if (held_.awaited(*source))
-        return refused(*source, "is about to be opened by a program that was started with it");
-    if (*source == *target) {
-        // The same file under another case: the look-up found the file itself, the new name is the one that was given.
-        target = target->substr(0, target->rfind('/') + 1) + hostName(map_.place(to)->names.back());
-    } else if (auto may = mayBeWritten(*target); !may) {
-        return may;
-    }
-    if (::rename(source->c_str(), target->c_str()) != 0) {
-        if (errno != EXDEV)
-            return systemFailure(*target, "made by renaming", errno);
-        if (auto copied = replaceByCopy(*source, *target); !copied)
-            return copied;
-        if (unlink(source->c_str()) != 0)
-            return systemFailure(*source, "deleted after copying", errno);
-    }
-    cleared_.erase(*source);
-    cleared_.erase(*target);
-    return {};
-}
-
-Status HostFileSystem::copy(std::wstring_view from, std::wstring_view to)
-{
-    const auto source = locateFile(from);
-    const auto target = locate(to);
-    if (!source)
-        return source.failure();
-    if (!target)
-        return target.failure();
-    if (auto may = mayBeWritten(*target); !may)
-        return may;
-    const auto before = look(*source);
-    const auto there = look(*target);
-    if (before && there && before->st_dev == there->st_dev && before->st_ino == there->st_ino)
-        return Failure{Failure::Kind::invalid, *target, "is the file itself"};
-    if (before && !S_ISREG(before->st_mode))
-        return Failure{Failure::Kind::unreadable, *source, "is no ordinary file"};
-    auto done = replaceByCopy(*source, *target);
-    if (done)
-        cleared_.erase(*target);
-    return done;
-}
-
-Status HostFileSystem::replace(std::wstring_view from, std::wstring_view to)
-{
-    const auto source = locateFile(from);
-    const auto target = locateFile(to);
-    if (!source)
-        return source.failure();
-    if (!target)
-        return target.failure();
-    if (held_.awaited(*source))
-        return refused(*source, "is about to be opened by a program that was started with it");
-    if (auto may = mayBeWritten(*target); !may)
-        return may;
-    const auto before = look(*source);
-    const auto there = look(*target);
-    if (before && there && before->st_dev == there->st_dev && before->st_ino == there->st_ino)
-        return Failure{Failure::Kind::invalid, *target, "is the file itself"};
-    auto done = replaceByMove(*source, *target, there ? there->st_mode | S_IWUSR : 0);
-    if (done) {
-        cleared_.erase(*source);
-        cleared_.erase(*target);
-    }
-    return done;
 }
 
 Status HostFileSystem::createFolder(std::wstring_view path)

@@ -7,6 +7,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <sys/stat.h>
 
 namespace tonquay::host {
 
@@ -47,6 +48,12 @@ public:
     std::wstring programPath(std::string_view hostPath) override;
 
 private:
+    struct FoundFile {
+        std::string host{};
+        struct stat status {};
+    };
+
+    base::Result<FoundFile> findFile(std::wstring_view path) const;
     base::Result<std::string> locate(std::wstring_view path) const;
     base::Result<std::string> locateFile(std::wstring_view path) const;
     base::Status mayBeWritten(const std::string& host);

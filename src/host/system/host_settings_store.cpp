@@ -122,6 +122,25 @@ std::wstring HostSettingsStore::get(std::wstring_view section, std::wstring_view
     return unescaped(line.substr(line.find('=') + 1));
 }
 
+std::map<std::wstring, std::wstring> HostSettingsStore::all(std::wstring_view section)
+{
+    std::map<std::wstring, std::wstring> values;
+    const auto bytes = readFile(file_);
+    if (!bytes)
+        return values;
+    const std::string title = '[' + cleanName(section) + ']';
+    bool inside = false;
+    for (const std::string& line : linesOf(*bytes)) {
+        const std::size_t equals = line.find('=');
+        if (line.starts_with('['))
+            inside = sameName(line, title);
+        else if (inside && equals != std::string::npos)
+            values.insert_or_assign(base::upper(unescaped(std::string_view(line).substr(0, equals))),
+                                    unescaped(std::string_view(line).substr(equals + 1)));
+    }
+    return values;
+}
+
 void HostSettingsStore::set(std::wstring_view section, std::wstring_view key, std::wstring_view value)
 {
     const auto bytes = readFile(file_);

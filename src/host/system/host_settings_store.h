@@ -22,6 +22,7 @@ public:
     HostSettingsStore(std::string file, platform::Diagnostics& log) : file_(std::move(file)), log_(log) {}
 
     std::wstring get(std::wstring_view section, std::wstring_view key, std::wstring_view fallback) override;
+    std::map<std::wstring, std::wstring> all(std::wstring_view section) override;
     void set(std::wstring_view section, std::wstring_view key, std::wstring_view value) override;
 
 private:

@@ -14,6 +14,7 @@ namespace {
 constexpr std::wstring_view programFolderName = L"CDTONQUAY";
 constexpr wchar_t backslashStandIn = 0xF05C;
 constexpr wchar_t colonStandIn = 0xF03A;
+constexpr std::wstring_view standIns = L"\xF05C\xF03A";
 
 bool isThere(const std::string& path)
 {
@@ -91,6 +92,8 @@ std::wstring programName(std::string_view hostName)
 
 std::string hostName(std::wstring_view programName)
 {
+    if (programName.find_first_of(standIns) == std::wstring_view::npos)
+        return base::utf8(programName);
     return base::utf8(base::replaced(base::replaced(programName, backslashStandIn, L'\\'), colonStandIn, L':'));
 }
 
@@ -129,17 +132,41 @@ std::optional<Place> PathMap::place(std::wstring_view path) const
     return place;
 }
 
+bool PathMap::beginsInProgramFolder(const Place& place) const
+{
+    return !place.names.empty() && !drives_.programFolder.empty() &&
+           base::sameText(place.names.front(), programFolderName);
+}
+
+std::string PathMap::joinedAsGiven(const Place& place) const
+{
+    const bool inProgramFolder = beginsInProgramFolder(place);
+    std::string path = inProgramFolder ? drives_.programFolder : drives_.root;
+    for (auto name = place.names.begin() + (inProgramFolder ? 1 : 0); name != place.names.end(); ++name)
+        path = joined(path, hostName(*name));
+    return path;
+}
+
+const std::string* PathMap::asGiven(std::wstring_view path) const
+{
+    if (!path.empty() && path == lastPath_)
+        return &lastHost_;
+    const auto place = this->place(path);
+    if (!place || place->drive != L'C')
+        return nullptr;
+    lastHost_ = joinedAsGiven(*place);
+    // A path that starts at a current folder means something else when that changes.
+    const bool whole = path.size() > 2 && path[1] == L':' && (path[2] == L'\\' || path[2] == L'/');
+    lastPath_.assign(whole ? path : std::wstring_view());
+    return &lastHost_;
+}
+
 std::string PathMap::host(const Place& place) const
 {
-    std::string path = drives_.root;
-    auto next = place.names.begin();
-    if (next != place.names.end() && !drives_.programFolder.empty() && base::sameText(*next, programFolderName)) {
-        path = drives_.programFolder;
-        ++next;
-    }
-    std::string exact = path;
-    for (auto name = next; name != place.names.end(); ++name)
-        exact = joined(exact, hostName(*name));
+    const bool inProgramFolder = beginsInProgramFolder(place);
+    std::string path = inProgramFolder ? drives_.programFolder : drives_.root;
+    auto next = place.names.begin() + (inProgramFolder ? 1 : 0);
+    std::string exact = joinedAsGiven(place);
     if (isThere(exact))
         return exact;
 

@@ -42,6 +42,10 @@ public:
     /// byte order; from the first name on that is not there, the names stand as they were given.
     std::string host(const Place& place) const;
 
+    /// The host path of a path on C: with the names as they are given, whatever is there; null for a path elsewhere or
+    /// one that is none. It holds until the next call. What is asked of one file after the other costs next to nothing.
+    const std::string* asGiven(std::wstring_view path) const;
+
     /// The place of an absolute host path; nothing for one outside the root.
     std::optional<Place> program(std::string_view hostPath) const;
 
@@ -53,7 +57,12 @@ public:
     void setCurrentFolder(const Place& folder);
 
 private:
+    bool beginsInProgramFolder(const Place& place) const;
+    std::string joinedAsGiven(const Place& place) const;
+
     Drives drives_;
+    mutable std::wstring lastPath_; ///< that asGiven() has answered with lastHost_
+    mutable std::string lastHost_;
     wchar_t drive_ = L'C';
     std::map<wchar_t, std::vector<std::wstring>> folders_;
 };

@@ -2,12 +2,16 @@
 
 #include <tiostream.h>
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace tonquay::host {
 
 /// An open file as TagLib reads it, never written. It stops giving bytes when the library has read more than a sane
-/// file makes it read, so that no file can keep it busy or fill the memory.
+/// file makes it read, so that no file can keep it busy or fill the memory. Small blocks are taken from a larger one,
+/// since the library looks at a file's head three bytes at a time.
 class BoundedStream final : public TagLib::IOStream {
 public:
     /// The descriptor stays the caller's and must outlive this.
@@ -26,9 +30,14 @@ public:
     void truncate(long length) override;
 
 private:
+    std::size_t readAhead(std::span<std::byte> bytes);
+
     int descriptor_;
     long length_;
     long position_ = 0;
+    std::array<std::byte, 4096> ahead_; ///< what was read last for a small block, `aheadBytes_` of them
+    long aheadAt_ = 0;
+    std::size_t aheadBytes_ = 0;
     unsigned long bytesLeft_ = 32UL << 20;
     int readsLeft_ = 100'000;
 };

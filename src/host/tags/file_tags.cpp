@@ -6,6 +6,7 @@
 #include "host/tags/careful_frames.h"
 #include "host/tags/mpeg_sound.h"
 #include "host/tags/ogg_end.h"
+#include "host/tags/wav_sound.h"
 
 #include <id3v1tag.h>
 #include <id3v2tag.h>
@@ -26,6 +27,7 @@ namespace tonquay::host {
 namespace {
 
 using platform::FileTags;
+using platform::SoundReading;
 
 /// The library keeps UTF-16 units; a half of a pair alone is no character and must not pass for a byte of a file name.
 std::wstring text(const TagLib::String& from)
@@ -99,31 +101,30 @@ public:
     bool save() override { return false; }
 };
 
-void readId3(int descriptor, std::int64_t length, FileTags& tags)
+void readId3(BoundedStream& stream, FileTags& tags)
 {
     constexpr std::int64_t blockBytes = 128;
-    {
-        BoundedStream stream(descriptor, length);
-        PlainFile file(&stream);
-        if (file.readBlock(3) == TagLib::ID3v2::Header::fileIdentifier()) {
-            const CarefulFrames frames;
-            fillIn(tags, TagLib::ID3v2::Tag(&file, 0, &frames));
-        }
+    const std::int64_t length = stream.length();
+    PlainFile file(&stream);
+    file.seek(0);
+    if (file.readBlock(3) == TagLib::ID3v2::Header::fileIdentifier()) {
+        const CarefulFrames frames;
+        fillIn(tags, TagLib::ID3v2::Tag(&file, 0, &frames));
     }
     if (length < blockBytes)
         return;
     readId3v1AsWindows1252();
-    BoundedStream stream(descriptor, length);
-    PlainFile file(&stream);
     file.seek(length - blockBytes);
     if (file.readBlock(3) == TagLib::ID3v1::Tag::fileIdentifier())
         fillIn(tags, TagLib::ID3v1::Tag(&file, length - blockBytes));
 }
 
-void readMp3(int descriptor, std::int64_t length, FileTags& tags)
+void readMp3(BoundedStream& stream, int descriptor, SoundReading reading, FileTags& tags)
 {
-    readId3(descriptor, length, tags);
-    const std::optional<MpegSound> sound = walkMpegSound(descriptor, length);
+    readId3(stream, tags);
+    const std::int64_t length = stream.length();
+    const std::optional<MpegSound> sound =
+        reading == SoundReading::whole ? walkMpegSound(descriptor, length) : estimateMpegSound(descriptor, length);
     if (!sound)
         return;
     tags.kind = FileTags::Kind::mp3;
@@ -135,6 +136,19 @@ void readMp3(int descriptor, std::int64_t length, FileTags& tags)
     if (sound->seconds > 0)
         tags.stream.bitrateKbps =
             static_cast<int>(std::lround(static_cast<double>(sound->bytes) * 8 / 1000 / sound->seconds));
+}
+
+void readWav(int descriptor, std::int64_t length, FileTags& tags)
+{
+    const std::optional<WavSound> sound = wavSound(descriptor, length);
+    if (!sound)
+        return;
+    tags.kind = FileTags::Kind::wav;
+    tags.stream = {.bitrateKbps = static_cast<int>(std::lround(sound->bytesPerSecond * 8.0 / 1000)),
+                   .sampleRateHz = sound->sampleRateHz,
+                   .channels = sound->channels,
+                   .seconds = std::round(static_cast<double>(sound->bytes) / sound->bytesPerSecond * 1000) / 1000,
+                   .complete = sound->complete};
 }
 
 void readOgg(int descriptor, std::int64_t length, FileTags& tags)
@@ -161,7 +175,7 @@ void readOgg(int descriptor, std::int64_t length, FileTags& tags)
 
 }
 
-base::Result<FileTags> readFileTags(const std::string& hostPath)
+base::Result<FileTags> readFileTags(const std::string& hostPath, platform::SoundReading reading)
 {
     // Without waiting, so that a pipe of that name does not hold us up before it is refused.
     const Descriptor file(::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
@@ -177,10 +191,12 @@ base::Result<FileTags> readFileTags(const std::string& hostPath)
     FileTags tags;
     try {
         BoundedStream stream(file.get(), found.st_size);
-        if (stream.readBlock(4) == "OggS")
+        if (const TagLib::ByteVector mark = stream.readBlock(4); mark == "OggS")
             readOgg(file.get(), found.st_size, tags);
+        else if (mark == "RIFF" || mark == "RF64")
+            readWav(file.get(), found.st_size, tags);
         else
-            readMp3(file.get(), found.st_size, tags);
+            readMp3(stream, file.get(), reading, tags);
     } catch (const std::exception& error) {
         return base::Failure{base::Failure::Kind::invalid, hostPath,
                              "its tags cannot be read: " + std::string(error.what())};

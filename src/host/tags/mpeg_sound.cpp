@@ -4,9 +4,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
+#include <cstdlib>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tonquay::host {
@@ -16,7 +19,7 @@ namespace {
 /// A file seen through one buffer that moves along.
 class Window {
 public:
-    Window(int descriptor, std::int64_t end) : descriptor_(descriptor), end_(end) {}
+    Window(int descriptor, std::int64_t end, std::size_t block) : descriptor_(descriptor), end_(end), buffer_(block) {}
 
     /// `count` bytes at `offset`, or fewer at the end of the file. They stay until the next call.
     std::span<const unsigned char> at(std::int64_t offset, std::size_t count)
@@ -52,15 +55,17 @@ public:
 private:
     void fill(std::int64_t offset)
     {
+        const auto there = static_cast<std::size_t>(end_ - offset);
+        const auto wanted = std::span(buffer_).first(std::min(buffer_.size(), there));
         start_ = offset;
-        held_ = readWhatIsThere(descriptor_, std::as_writable_bytes(std::span(buffer_)), offset);
+        held_ = readWhatIsThere(descriptor_, std::as_writable_bytes(wanted), offset);
     }
 
     int descriptor_;
     std::int64_t end_;
     std::int64_t start_ = 0;
     std::size_t held_ = 0;
-    std::vector<unsigned char> buffer_ = std::vector<unsigned char>(65536);
+    std::vector<unsigned char> buffer_;
 };
 
 struct Frame {
@@ -68,6 +73,7 @@ struct Frame {
     int sampleRateHz = 0;
     int channels = 0;
     int samples = 0;
+    int bitsPerSecond = 0;
     std::int64_t bytes = 0;
 
     bool firstVersion() const { return versionBits == 3; }
@@ -94,8 +100,8 @@ std::optional<Frame> frameAt(Window& file, std::int64_t offset)
     frame.sampleRateHz = ratesFirst[rate] / (version == 3 ? 1 : version == 2 ? 2 : 4);
     frame.channels = head[3] >> 6 == 3 ? 1 : 2;
     frame.samples = frame.firstVersion() ? 1152 : 576;
-    const int bitsPerSecond = 1000 * (frame.firstVersion() ? kbpsFirst[kbps] : kbpsLater[kbps]);
-    frame.bytes = frame.samples / 8 * bitsPerSecond / frame.sampleRateHz + (head[2] >> 1 & 1);
+    frame.bitsPerSecond = 1000 * (frame.firstVersion() ? kbpsFirst[kbps] : kbpsLater[kbps]);
+    frame.bytes = frame.samples / 8 * frame.bitsPerSecond / frame.sampleRateHz + (head[2] >> 1 & 1);
     return frame;
 }
 
@@ -147,6 +153,7 @@ std::int64_t behindTags(Window& file)
 
 struct Information {
     std::optional<std::uint32_t> frames; ///< announced for what follows
+    std::optional<std::uint32_t> bytes;  ///< likewise, those of this frame included
 };
 
 std::optional<Information> informationAt(Window& file, std::int64_t offset, const Frame& frame)
@@ -159,36 +166,109 @@ std::optional<Information> informationAt(Window& file, std::int64_t offset, cons
     for (const std::int64_t place : {offset + headBytes + sideBytes, offset + headBytes + checksumBytes + sideBytes}) {
         if (!file.holds(place, "Xing") && !file.holds(place, "Info"))
             continue;
-        const bool counted = (file.bigEndian(place + 4) & 1) != 0;
-        return Information{counted ? std::optional(file.bigEndian(place + 8)) : std::nullopt};
+        Information information;
+        const std::uint32_t flags = file.bigEndian(place + 4);
+        std::int64_t next = place + 8;
+        if ((flags & 1) != 0)
+            information.frames = file.bigEndian(std::exchange(next, next + 4));
+        if ((flags & 2) != 0)
+            information.bytes = file.bigEndian(next);
+        return information;
     }
     const std::int64_t place = offset + headBytes + 32;
     if (file.holds(place, "VBRI"))
-        return Information{file.bigEndian(place + 14)};
+        return Information{.frames = file.bigEndian(place + 14), .bytes = file.bigEndian(place + 10)};
     return std::nullopt;
+}
+
+/// Where the sound of a file begins, and what it begins with.
+struct Start {
+    std::int64_t offset = 0;   ///< of the first frame that is sound
+    Frame frame{};             ///< of the first frame, be it sound or information
+    Information information{}; ///< nothing is known without such a frame
+};
+
+std::optional<Start> findStart(Window& file)
+{
+    const std::optional<std::int64_t> first = findFrame(file, behindTags(file), std::int64_t{256} << 10);
+    if (!first)
+        return std::nullopt;
+    Start start{.offset = *first, .frame = *frameAt(file, *first)};
+    if (const std::optional<Information> information = informationAt(file, *first, start.frame)) {
+        start.information = *information;
+        start.offset += start.frame.bytes;
+    }
+    return start;
+}
+
+/// The file then ends where the tags at its end begin.
+void leaveOutEndTags(Window& file)
+{
+    constexpr std::int64_t blockBytes = 128;
+    constexpr std::int64_t apeBytes = 32;
+    // One look for both.
+    file.at(std::max<std::int64_t>(file.end() - blockBytes - apeBytes, 0), blockBytes + apeBytes);
+    if (file.holds(file.end() - blockBytes, "TAG"))
+        file.endAt(file.end() - blockBytes);
+    // An APE tag ends with its size, head left out, in little-endian bytes.
+    const std::int64_t ape = file.end() - apeBytes;
+    if (!file.holds(ape, "APETAGEX"))
+        return;
+    std::uint32_t size = 0;
+    const auto bytes = file.at(ape + 12, 4);
+    for (std::size_t i = bytes.size(); i > 0; --i)
+        size = size << 8 | bytes[i - 1];
+    std::int64_t begin = file.end() - std::int64_t{size};
+    if (file.holds(begin - apeBytes, "APETAGEX"))
+        begin -= apeBytes;
+    if (begin > 0 && begin < ape)
+        file.endAt(begin);
+}
+
+/// Whether what is announced is what is there. A file that was cut or joined with another still announces what it was.
+bool announcesThis(const Information& announced, std::int64_t bytes)
+{
+    constexpr std::int64_t leastFrame = 24;
+    constexpr std::int64_t tolerance = 4096;
+    if (!announced.frames || *announced.frames == 0 || *announced.frames > bytes / leastFrame)
+        return false;
+    return announced.bytes && std::abs(bytes - std::int64_t{*announced.bytes}) <= tolerance;
+}
+
+/// Whether frames at a few places between all have the first one's bitrate.
+bool hasOneBitrate(Window& file, const Start& start)
+{
+    constexpr std::int64_t places = 5;
+    constexpr std::int64_t within = 4096;
+    for (std::int64_t place = 1; place < places; ++place) {
+        const auto offset = findFrame(file, start.offset + (file.end() - start.offset) * place / places, within);
+        if (!offset || frameAt(file, *offset)->bitsPerSecond != start.frame.bitsPerSecond)
+            return false;
+    }
+    return true;
+}
+
+MpegSound soundOf(const Frame& frame)
+{
+    MpegSound sound;
+    sound.sampleRateHz = frame.sampleRateHz;
+    sound.channels = frame.channels;
+    return sound;
 }
 
 }
 
 std::optional<MpegSound> walkMpegSound(int descriptor, std::int64_t length)
 {
-    constexpr std::int64_t blockBytes = 128;
-    Window file(descriptor, length);
-    if (file.holds(length - blockBytes, "TAG"))
-        file.endAt(length - blockBytes);
-    const std::optional<std::int64_t> first = findFrame(file, behindTags(file), std::int64_t{256} << 10);
-    if (!first)
+    constexpr std::size_t block = 65536;
+    Window file(descriptor, length, block);
+    leaveOutEndTags(file);
+    const std::optional<Start> start = findStart(file);
+    if (!start)
         return std::nullopt;
 
-    MpegSound sound;
-    const Frame start = *frameAt(file, *first);
-    sound.sampleRateHz = start.sampleRateHz;
-    sound.channels = start.channels;
-    std::int64_t offset = *first;
-    const std::optional<Information> information = informationAt(file, offset, start);
-    if (information)
-        offset += start.bytes;
-
+    MpegSound sound = soundOf(start->frame);
+    std::int64_t offset = start->offset;
     std::int64_t junkLeft = std::int64_t{1} << 20;
     while (offset < file.end()) {
         if (const std::optional<Frame> frame = frameAt(file, offset)) {
@@ -208,8 +288,32 @@ std::optional<MpegSound> walkMpegSound(int descriptor, std::int64_t length)
         junkLeft -= *again - offset;
         offset = *again;
     }
-    if (information && information->frames && *information->frames > sound.frames)
+    if (start->information.frames && *start->information.frames > sound.frames)
         sound.complete = false;
+    return sound;
+}
+
+std::optional<MpegSound> estimateMpegSound(int descriptor, std::int64_t length)
+{
+    constexpr std::size_t block = 4096;
+    Window file(descriptor, length, block);
+    leaveOutEndTags(file);
+    const std::optional<Start> start = findStart(file);
+    if (!start)
+        return std::nullopt;
+
+    MpegSound sound = soundOf(start->frame);
+    sound.bytes = file.end() - start->offset;
+    const Frame& frame = start->frame;
+    if (announcesThis(start->information, sound.bytes + frame.bytes)) {
+        sound.frames = *start->information.frames;
+        sound.seconds = static_cast<double>(sound.frames) * frame.samples / frame.sampleRateHz;
+        return sound;
+    }
+    if (start->information.frames || !hasOneBitrate(file, *start))
+        return walkMpegSound(descriptor, length);
+    sound.seconds = static_cast<double>(sound.bytes) * 8 / frame.bitsPerSecond;
+    sound.frames = std::llround(sound.seconds * frame.sampleRateHz / frame.samples);
     return sound;
 }
 

@@ -21,4 +21,9 @@ struct MpegSound {
 /// (a bitrate that no frame names) is not known.
 std::optional<MpegSound> walkMpegSound(int descriptor, std::int64_t length);
 
+/// The same from a few places of the file: from the counts of an information frame that fit the file's size, or from
+/// the bitrate when frames at five places share it. A file that gives neither is walked. Whether it is complete is not
+/// looked at. Tags at the end (ID3v1, APE) do not count as sound.
+std::optional<MpegSound> estimateMpegSound(int descriptor, std::int64_t length);
+
 }

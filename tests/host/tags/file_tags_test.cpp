@@ -253,6 +253,12 @@ TEST_F(FileTagsTest, streamsAreMeasured)
             EXPECT_EQ(tags->stream.bitrateKbps, c.kbps) << c.command;
         else
             EXPECT_GT(tags->stream.bitrateKbps, 8) << c.command;
+
+        const auto estimated = readFileTags(folder / c.name, platform::SoundReading::estimate);
+        ASSERT_TRUE(estimated) << c.command;
+        EXPECT_NEAR(estimated->stream.seconds, tags->stream.seconds, 0.01) << c.command;
+        EXPECT_NEAR(estimated->stream.bitrateKbps, tags->stream.bitrateKbps, 1) << c.command;
+        EXPECT_EQ(estimated->stream.channels, c.channels) << c.command;
     }
 }
 
@@ -286,7 +292,89 @@ TEST_F(FileTagsTest, whatWasBrokenOffIsNotComplete)
         EXPECT_NE(tags->kind, FileTags::Kind::none) << c.what;
         EXPECT_EQ(tags->stream.complete, c.complete) << c.what;
         EXPECT_LE(tags->stream.seconds, c.mostSeconds) << c.what;
+        EXPECT_LE(readFileTags(file(c.bytes), platform::SoundReading::estimate)->stream.seconds, c.mostSeconds)
+            << c.what;
     }
+}
+
+/// A tag as others put it at a file's end; `head` says whether it has one.
+std::string apeTag(std::size_t bytes, bool head)
+{
+    const auto edge = [bytes](char flags) {
+        std::string size;
+        for (std::size_t rest = bytes + 32, i = 0; i < 4; ++i, rest >>= 8)
+            size += static_cast<char>(rest & 0xFF);
+        return "APETAGEX\xD0\x07\0\0"s + size + "\1\0\0\0\0\0\0"s + flags + std::string(8, '\0');
+    };
+    return (head ? edge('\xA0') : "") + std::string(bytes, '\xFF') + edge('\x80');
+}
+
+TEST_F(FileTagsTest, tagsAtTheEndAreNoSound)
+{
+    shell("lame --quiet -t -b 128 '" + folder / "a.wav" + "' '" + folder / "t.mp3" + "'");
+    const std::string plain = readHostFile(folder / "t.mp3");
+    const double seconds = readFileTags(folder / "t.mp3")->stream.seconds;
+    for (const std::string& end : {id3v1("T", "", 1, 1), apeTag(200'000, true), apeTag(200'000, false),
+                                   apeTag(200'000, true) + id3v1("T", "", 1, 1)})
+        for (const auto reading : {platform::SoundReading::whole, platform::SoundReading::estimate})
+            EXPECT_NEAR(readFileTags(file(plain + end), reading)->stream.seconds, seconds, 0.01) << end.size();
+    EXPECT_GT(readFileTags(file(plain + "APETAGEX"s + std::string(24, '\xFF')))->stream.seconds, seconds - 0.03)
+        << "a size that reaches to the file's front";
+}
+
+TEST_F(FileTagsTest, changingBitratesAreCountedWhereNothingAnnouncesThem)
+{
+    shell("sox -n -r 44100 -c 2 -b 16 '" + folder / "loud.wav" + "' synth 3 whitenoise");
+    for (const char* name : {"a", "loud"})
+        shell("lame --quiet -t -V 4 '" + folder / (std::string(name) + ".wav") + "' '" +
+              folder / (std::string(name) + "V.mp3") + "'");
+    const std::string both = readHostFile(folder / "aV.mp3") + readHostFile(folder / "loudV.mp3");
+    EXPECT_NEAR(readFileTags(file(both), platform::SoundReading::estimate)->stream.seconds,
+                readFileTags(file(both))->stream.seconds, 0.001);
+}
+
+std::string chunk(const std::string& name, const std::string& data, std::int64_t claimed = -1)
+{
+    std::string size;
+    for (std::size_t rest = claimed < 0 ? data.size() : static_cast<std::size_t>(claimed), i = 0; i < 4;
+         ++i, rest >>= 8)
+        size += static_cast<char>(rest & 0xFF);
+    return name + size + data;
+}
+
+TEST_F(FileTagsTest, wavSoundIsWhatIsThere)
+{
+    const std::string format = chunk("fmt ", "\1\0\2\0\x44\xAC\0\0\x10\xB1\2\0\4\0\x10\0"s);
+    const std::string second(176400, 'x');
+    const struct {
+        const char* what;
+        std::string chunks;
+        double seconds; ///< below 0: no sound
+        bool complete;
+    } cases[] = {
+        {"plain", format + chunk("data", second), 1, true},
+        {"other chunks around", chunk("LIST", "odd") + '\0' + format + chunk("data", second) + chunk("id3 ", second), 1,
+         true},
+        {"cut", format + chunk("data", second, 10'000'000), 1, false},
+        {"never finished", format + chunk("data", second, 0), 1, false},
+        {"no format", chunk("data", second), -1, true},
+        {"no byte rate", chunk("fmt ", std::string(16, '\0')) + chunk("data", second), -1, true},
+        {"no sound", format, -1, true},
+        {"a chunk that claims all", chunk("junk", "", 0xFFFFFFFF) + format + chunk("data", second), -1, true},
+        {"chunks of nothing", std::string(80'000, '\0') + format + chunk("data", second), -1, true},
+    };
+    for (const auto& c : cases) {
+        const auto tags = readFileTags(file("RIFF....WAVE" + c.chunks));
+        ASSERT_TRUE(tags) << c.what;
+        EXPECT_EQ(tags->kind, c.seconds < 0 ? FileTags::Kind::none : FileTags::Kind::wav) << c.what;
+        EXPECT_EQ(tags->stream.seconds, std::max(c.seconds, 0.0)) << c.what;
+        EXPECT_EQ(tags->stream.complete, c.complete) << c.what;
+    }
+    const auto made = readFileTags(folder / "a.wav");
+    EXPECT_EQ(made->stream.sampleRateHz, 44100);
+    EXPECT_EQ(made->stream.channels, 2);
+    EXPECT_EQ(made->stream.bitrateKbps, 1411);
+    EXPECT_EQ(made->stream.seconds, 3);
 }
 
 TEST_F(FileTagsTest, whatIsNoFileFailsAndNeverWaits)
@@ -315,7 +403,6 @@ TEST_F(FileTagsTest, otherFilesAreOfNoKind)
         {"empty", ""},
         {"one byte", "I"},
         {"text", "This is no music.\n"},
-        {"WAV", readHostFile(folder / "a.wav")},
         {"Ogg, other sound", readHostFile(folder / "flac.ogg")},
         {"layer II", readHostFile(folder / "layer2.mp2")},
         {"noise", noise},
