@@ -73,9 +73,9 @@ public:
     void endChildren() override { real_.endChildren(); }
     std::string savedSettingsFolder() override { return host::places().programFolder; }
     std::string musicFolder() override { return host::musicFolder(); }
-    base::Result<platform::FileTags> readTags(const std::string& hostPath) override
+    base::Result<platform::FileTags> readTags(const std::string& hostPath, platform::SoundReading reading) override
     {
-        return host::readFileTags(hostPath);
+        return host::readFileTags(hostPath, reading);
     }
 
 private:

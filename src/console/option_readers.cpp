@@ -83,26 +83,48 @@ void addName(CLI::App& app, const std::string& name, const std::string& help, st
     });
 }
 
-void addTitles(CLI::App& app, std::map<int, std::wstring>& titles)
+namespace {
+
+/// An option that may be repeated, each time with one text that `take` accepts or answers with what is wrong with it.
+void addRepeated(CLI::App& app, const std::string& name, const std::string& value, const std::string& help,
+                 std::function<std::string(const std::string&)> take)
 {
     app.add_option_function<std::vector<std::string>>(
-           "--title",
-           [&titles](const std::vector<std::string>& given) {
-               for (const std::string& text : given) {
-                   const std::size_t equals = text.find('=');
-                   const std::optional<int> number = wholeNumber(std::string_view(text).substr(0, equals));
-                   if (equals == std::string::npos || !number || *number < 1 || *number > 99)
-                       throw CLI::ValidationError(
-                           "--title", fmt::format("\"{}\" is no track number and title like 3=Rain", shownBytes(text)));
-                   titles[*number] = base::fromHostBytes(std::string_view(text).substr(equals + 1));
-               }
+           name,
+           [name, take = std::move(take)](const std::vector<std::string>& given) {
+               for (const std::string& text : given)
+                   if (const std::string problem = take(text); !problem.empty())
+                       throw CLI::ValidationError(name, problem);
            },
-           "Title of a track; may be repeated")
-        ->type_name("N=TEXT")
+           help)
+        ->type_name(value)
         ->expected(1)
-        // Else every word that follows, the disc too, would be taken for a further title.
+        // Else every word that follows, the disc or a file too, would be taken for a further text.
         ->allow_extra_args(false)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
+}
+
+void addTitles(CLI::App& app, std::map<int, std::wstring>& titles)
+{
+    addRepeated(app, "--title", "N=TEXT", "Title of a track; may be repeated", [&titles](const std::string& text) {
+        const std::size_t equals = text.find('=');
+        const std::optional<int> number = wholeNumber(std::string_view(text).substr(0, equals));
+        if (equals == std::string::npos || !number || *number < 1 || *number > 99)
+            return fmt::format("\"{}\" is no track number and title like 3=Rain", shownBytes(text));
+        titles[*number] = base::fromHostBytes(std::string_view(text).substr(equals + 1));
+        return std::string{};
+    });
+}
+
+void addTagChanges(CLI::App& app, TagChanges& changes)
+{
+    addRepeated(
+        app, "--set", "FIELD=VALUE",
+        "Change title, artist, album, genre, year, track or comment first; may be repeated. Without a value the "
+        "field is emptied",
+        [&changes](const std::string& text) { return addTagChange(changes, text); });
 }
 
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "console/screen_text.h"
+#include "console/tag_changes.h"
 
 #include <CLI/App.hpp>
 #include <fmt/format.h>
@@ -71,5 +72,8 @@ void addName(CLI::App& app, const std::string& name, const std::string& help, st
 
 /// "--title N=TEXT", which may be repeated.
 void addTitles(CLI::App& app, std::map<int, std::wstring>& titles);
+
+/// "--set FIELD=VALUE", which may be repeated.
+void addTagChanges(CLI::App& app, TagChanges& changes);
 
 }

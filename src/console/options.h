@@ -1,5 +1,6 @@
 #pragma once
 
+#include "console/tag_changes.h"
 #include "console/track_list.h"
 
 #include <cstdint>
@@ -66,11 +67,17 @@ struct ToWavOptions {
     std::vector<std::string> files{}; ///< host paths as typed; one at least
 };
 
+struct TagsOptions {
+    std::vector<std::string> files{}; ///< host paths as typed; one at least
+    TagChanges changes{};             ///< none: the files are only read
+    bool json = false;
+};
+
 /// A text that answers the command line by itself: help or version.
 struct Answer {
     std::string text{};
 };
 
-using Command = std::variant<RipOptions, ListOptions, DrivesOptions, ToWavOptions, Answer>;
+using Command = std::variant<RipOptions, ListOptions, DrivesOptions, TagsOptions, ToWavOptions, Answer>;
 
 }

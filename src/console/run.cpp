@@ -5,6 +5,7 @@
 #include "console/disc_tables.h"
 #include "console/rip_command.h"
 #include "console/screen_text.h"
+#include "console/tags_command.h"
 #include "console/towav_command.h"
 
 #include <algorithm>
@@ -80,14 +81,17 @@ ExitStatus drives(Screen& screen, const HostFactory& makeHost, const DrivesOptio
     return ExitStatus::noDisc;
 }
 
-ExitStatus convert(Screen& screen, const HostFactory& makeHost, const ToWavOptions& options)
+/// For the commands that are about files, whatever drives there are.
+template <class Options>
+ExitStatus withoutDisc(Screen& screen, const HostFactory& makeHost, const Options& options,
+                       ExitStatus (*command)(Screen&, const Options&, RunHost&))
 {
     base::Result<std::unique_ptr<Host>> host = makeHost({});
     if (!host) {
         complain(screen, host.failure());
         return ExitStatus::usage;
     }
-    return toWav(screen, options, **host);
+    return command(screen, options, **host);
 }
 
 ExitStatus ripDisc(Screen& screen, const HostFactory& makeHost, const RipOptions& options)
@@ -119,7 +123,9 @@ ExitStatus run(const std::vector<std::string>& arguments, Screen& screen, const 
             else if constexpr (std::is_same_v<Options, RipOptions>)
                 return ripDisc(screen, makeHost, options);
             else if constexpr (std::is_same_v<Options, ToWavOptions>)
-                return convert(screen, makeHost, options);
+                return withoutDisc(screen, makeHost, options, toWav);
+            else if constexpr (std::is_same_v<Options, TagsOptions>)
+                return withoutDisc(screen, makeHost, options, showTags);
             else
                 return answer(screen, options);
         },

@@ -49,8 +49,8 @@ public:
     virtual std::string savedSettingsFolder() = 0; ///< host path of the user's own program folder
     virtual std::string musicFolder() = 0;         ///< host path; empty when the user has none
 
-    /// What an MP3 or Ogg file says of itself. Fails when it is no plain file or cannot be read.
-    virtual base::Result<platform::FileTags> readTags(const std::string& hostPath) = 0;
+    /// What a sound file says of itself. Fails when it is no plain file or cannot be read.
+    virtual base::Result<platform::FileTags> readTags(const std::string& hostPath, platform::SoundReading reading) = 0;
 };
 
 }

@@ -93,7 +93,7 @@ std::string Conversion::problemOf(const fs::path& path, QueuedFile& file)
         return "its name does not end in .mp3";
     if (const JudgedFile there(path.string()); !there.problem().empty())
         return there.problem();
-    const base::Result<platform::FileTags> tags = host_.readTags(path.string());
+    const base::Result<platform::FileTags> tags = host_.readTags(path.string(), platform::SoundReading::whole);
     if (!tags)
         return tags.failure().text;
     if (tags->kind != platform::FileTags::Kind::mp3)

@@ -93,8 +93,10 @@ TrackVerdict TrackJudge::verdictOn(std::size_t planned)
     verdict.text = whyNotEncoded(record, code);
     verdict.whole = verdict.text.empty();
     if (verdict.whole) {
-        const EncodedVerdict file = judgeEncoded(track.hostPath, expectationOf(planned),
-                                                 [this](const std::string& path) { return host_.readTags(path); });
+        const EncodedVerdict file =
+            judgeEncoded(track.hostPath, expectationOf(planned), [this](const std::string& path) {
+                return host_.readTags(path, platform::SoundReading::whole);
+            });
         verdict.whole = file.whole;
         verdict.text = file.text;
     }

@@ -55,8 +55,6 @@ TEST(CommandLine, whatMakesNoSenseIsRefusedWithOneLineThatNamesIt)
 TEST(CommandLine, whatIsToComeIsRefusedAsNotAvailable)
 {
     const std::vector<std::string> cases[] = {
-        {"tags", "a.mp3"},
-        {"tags", "--json", "--set", "title=x", "a.mp3"},
         {"rip", "-f", "wma"},
         {"rip", "--method", "analog"},
     };
@@ -76,6 +74,42 @@ TEST(CommandLine, filesToDecodeArriveAndOneIsNeeded)
     EXPECT_THAT(std::get<ToWavOptions>(*command).files, testing::ElementsAre("a.mp3", "-", "b c.MP3"));
     EXPECT_THAT(parseCommandLine({"towav"}).failure().text, HasSubstr("towav: name one MP3 file at least"));
     EXPECT_FALSE(parseCommandLine({"towav", "--loud", "a.mp3"}));
+}
+
+TEST(CommandLine, tagChangesArriveAsTheyGoIntoTags)
+{
+    const auto changesOf = [](const std::vector<std::string>& texts) {
+        std::vector<std::string> arguments{"tags"};
+        for (const std::string& text : texts)
+            arguments.insert(arguments.end(), {"--set", text});
+        arguments.emplace_back("a.mp3");
+        const base::Result<Command> command = parseCommandLine(arguments);
+        EXPECT_TRUE(command) << command.failure().text;
+        return std::get<TagsOptions>(*command).changes;
+    };
+    EXPECT_EQ(changesOf({}), TagChanges{});
+    EXPECT_EQ(changesOf({"title=A = Ä", "year=0042", "track=7", "genre=synth pop", "comment="}),
+              (TagChanges{{TagField::title, L"A = Ä"},
+                          {TagField::year, L"42"},
+                          {TagField::track, L"7"},
+                          {TagField::genre, L"Synth Pop"},
+                          {TagField::comment, L""}}));
+    EXPECT_EQ(changesOf({"album=one", "album=two", "genre="}),
+              (TagChanges{{TagField::album, L"two"}, {TagField::genre, L""}}));
+
+    const base::Result<Command> command =
+        parseCommandLine({"tags", "--json", "--set", "title=x", "a.mp3", "-", "b c.ogg"});
+    ASSERT_TRUE(command) << command.failure().text;
+    EXPECT_THAT(std::get<TagsOptions>(*command).files, testing::ElementsAre("a.mp3", "-", "b c.ogg"));
+    EXPECT_TRUE(std::get<TagsOptions>(*command).json);
+    EXPECT_THAT(parseCommandLine({"tags", "--json"}).failure().text, HasSubstr("tags: name one file at least"));
+
+    for (const char* wrong : {"year=0", "year=3001", "year=2001-05", "year=x", "track=0", "track=100", "track=1/9",
+                              "track= 1", "genre=Krautrock", "title", "=x", "Title=x", "composer=x", ""}) {
+        const base::Result<Command> refused = parseCommandLine({"tags", "--set", wrong, "a.mp3"});
+        ASSERT_FALSE(refused) << wrong;
+        EXPECT_THAT(refused.failure().text, HasSubstr("--set")) << wrong;
+    }
 }
 
 TEST(CommandLine, everyRipOptionArrives)

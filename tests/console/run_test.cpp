@@ -63,7 +63,7 @@ struct World {
             }
             std::string savedSettingsFolder() override { return world.host.files.hostPath(L"C:\\SAVED"); }
             std::string musicFolder() override { return {}; }
-            base::Result<platform::FileTags> readTags(const std::string& path) override
+            base::Result<platform::FileTags> readTags(const std::string& path, platform::SoundReading) override
             {
                 return base::Failure{base::Failure::Kind::notFound, path, "there are no files here"};
             }
