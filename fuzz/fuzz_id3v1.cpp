@@ -1,3 +1,4 @@
+#include "support/fake_settings_store.h"
 #include "tags/id3v1.h"
 
 #include <algorithm>
@@ -7,18 +8,10 @@ using namespace tonquay;
 
 namespace {
 
-struct NoSettings final : platform::SettingsStore {
-    std::wstring get(std::wstring_view, std::wstring_view, std::wstring_view fallback) override
-    {
-        return std::wstring(fallback);
-    }
-    void set(std::wstring_view, std::wstring_view, std::wstring_view) override {}
-};
-
 /// Reads a block and writes what was found in it.
 tags::Id3v1Block again(const tags::Id3v1Block& block)
 {
-    NoSettings store;
+    test::FakeSettingsStore store;
     tags::COptions options(store, L"C:");
     tags::TagState state;
     tags::ResetTagFields(state, options);

@@ -2,6 +2,7 @@
 #include "support/fake_file_system.h"
 #include "tags/vorbis_comments.h"
 #include "tags/vorbis_fields.h"
+#include "tags/vorbis_stream.h"
 #include "tags/vorbis_tag.h"
 
 #include <algorithm>
@@ -19,6 +20,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     files.put(path, bytes);
     const tags::VorbisTag tag = tags::ReadVorbisTag(files, log, path);
     const bool commented = tags::hasVorbisComments(files, log, path);
+    const auto comments = tags::readVorbisComments(files, log, path);
+    if (comments && std::ranges::any_of(*comments, [&](const std::string& comment) { return comment.size() > size; }))
+        std::abort();
+    static_cast<void>(tags::isOneStream(files, log, path));
+    static_cast<void>(tags::hasSameVorbisSound(files, log, path, path));
     const std::wstring text = tags::commentsFileText(tags::shownFields(tag));
     const auto lines = std::ranges::count(text, L'\n');
     if (lines != 7 || std::ranges::count(text, L'\r') != lines || text.find(L'\0') != std::wstring::npos)

@@ -14,8 +14,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const std::string path = "/proc/self/fd/" + std::to_string(file);
     if (::ftruncate(file, 0) != 0 || ::pwrite(file, data, size, 0) != static_cast<ssize_t>(size))
         std::abort();
-    const auto tags = tonquay::host::readFileTags(path);
-    if (!tags || !std::isfinite(tags->stream.seconds) || tags->stream.seconds < 0 || tags->year < 0 || tags->track < 0)
-        std::abort();
+    using tonquay::platform::SoundReading;
+    for (const SoundReading reading : {SoundReading::whole, SoundReading::estimate}) {
+        const auto tags = tonquay::host::readFileTags(path, reading);
+        if (!tags || !std::isfinite(tags->stream.seconds) || tags->stream.seconds < 0 || tags->year < 0 ||
+            tags->track < 0)
+            std::abort();
+    }
     return 0;
 }
