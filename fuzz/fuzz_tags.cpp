@@ -1,4 +1,5 @@
 #include "host/tags/file_tags.h"
+#include "host/tags/id3v2_reader.h"
 
 #include <cmath>
 #include <cstdint>
@@ -16,6 +17,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         std::abort();
     const auto tags = tonquay::host::readFileTags(path);
     if (!tags || !std::isfinite(tags->stream.seconds) || tags->stream.seconds < 0 || tags->year < 0 || tags->track < 0)
+        std::abort();
+    const auto contents = tonquay::host::readId3v2Contents(path);
+    if (!contents || contents->frames.size() > 1000 || contents->unreadBytes > size)
         std::abort();
     return 0;
 }

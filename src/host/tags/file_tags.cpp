@@ -1,50 +1,29 @@
 #include "host/tags/file_tags.h"
 
 #include "base/text.h"
-#include "host/posix/descriptor.h"
 #include "host/tags/bounded_stream.h"
 #include "host/tags/careful_frames.h"
+#include "host/tags/library_file.h"
+#include "host/tags/library_text.h"
 #include "host/tags/mpeg_sound.h"
 #include "host/tags/ogg_end.h"
+#include "host/tags/plain_file.h"
 
 #include <id3v1tag.h>
 #include <id3v2tag.h>
 #include <vorbisfile.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <exception>
 #include <optional>
 #include <string_view>
-
-#include <fcntl.h>
-#include <sys/stat.h>
 
 namespace tonquay::host {
 
 namespace {
 
 using platform::FileTags;
-
-/// The library keeps UTF-16 units; a half of a pair alone is no character and must not pass for a byte of a file name.
-std::wstring text(const TagLib::String& from)
-{
-    const TagLib::wstring units = from.toWString();
-    std::wstring result;
-    for (std::size_t i = 0; i < units.size(); ++i) {
-        const auto unit = static_cast<char32_t>(units[i]);
-        const auto next = i + 1 < units.size() ? static_cast<char32_t>(units[i + 1]) : U'\0';
-        if (unit >= 0xD800 && unit < 0xDC00 && next >= 0xDC00 && next < 0xE000) {
-            result.push_back(static_cast<wchar_t>(0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00)));
-            ++i;
-        } else {
-            const bool noCharacter = unit > 0x10FFFF || (unit >= 0xD800 && unit < 0xE000);
-            result.push_back(noCharacter ? L'\uFFFD' : static_cast<wchar_t>(unit));
-        }
-    }
-    return result;
-}
 
 /// A year or a track number; what is beyond sense is none.
 int number(unsigned int value)
@@ -57,7 +36,7 @@ void fillIn(FileTags& tags, const TagLib::Tag& from)
 {
     const auto fill = [](std::wstring& field, const TagLib::String& value) {
         if (field.empty())
-            field = text(value);
+            field = textOf(value);
     };
     fill(tags.title, from.title());
     fill(tags.artist, from.artist());
@@ -89,22 +68,12 @@ void readId3v1AsWindows1252()
     static_cast<void>(set);
 }
 
-/// A file that is read at places that we name, instead of one that the library searches by itself.
-class PlainFile final : public TagLib::File {
-public:
-    explicit PlainFile(TagLib::IOStream* stream) : File(stream) {}
-
-    TagLib::Tag* tag() const override { return nullptr; }
-    TagLib::AudioProperties* audioProperties() const override { return nullptr; }
-    bool save() override { return false; }
-};
-
 void readId3(int descriptor, std::int64_t length, FileTags& tags)
 {
     constexpr std::int64_t blockBytes = 128;
     {
         BoundedStream stream(descriptor, length);
-        PlainFile file(&stream);
+        LibraryFile file(&stream);
         if (file.readBlock(3) == TagLib::ID3v2::Header::fileIdentifier()) {
             const CarefulFrames frames;
             fillIn(tags, TagLib::ID3v2::Tag(&file, 0, &frames));
@@ -114,7 +83,7 @@ void readId3(int descriptor, std::int64_t length, FileTags& tags)
         return;
     readId3v1AsWindows1252();
     BoundedStream stream(descriptor, length);
-    PlainFile file(&stream);
+    LibraryFile file(&stream);
     file.seek(length - blockBytes);
     if (file.readBlock(3) == TagLib::ID3v1::Tag::fileIdentifier())
         fillIn(tags, TagLib::ID3v1::Tag(&file, length - blockBytes));
@@ -163,24 +132,17 @@ void readOgg(int descriptor, std::int64_t length, FileTags& tags)
 
 base::Result<FileTags> readFileTags(const std::string& hostPath)
 {
-    // Without waiting, so that a pipe of that name does not hold us up before it is refused.
-    const Descriptor file(::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const auto file = openPlainFile(hostPath);
     if (!file)
-        return systemFailure(hostPath, "opened", errno);
-    struct stat found {};
-    if (::fstat(file.get(), &found) != 0)
-        return systemFailure(hostPath, "read", errno);
-    if (S_ISDIR(found.st_mode))
-        return base::Failure{base::Failure::Kind::invalid, hostPath, "this is a folder"};
-    if (!S_ISREG(found.st_mode))
-        return base::Failure{base::Failure::Kind::invalid, hostPath, "this is no plain file"};
+        return file.failure();
+    const int descriptor = file->descriptor.get();
     FileTags tags;
     try {
-        BoundedStream stream(file.get(), found.st_size);
+        BoundedStream stream(descriptor, file->length);
         if (stream.readBlock(4) == "OggS")
-            readOgg(file.get(), found.st_size, tags);
+            readOgg(descriptor, file->length, tags);
         else
-            readMp3(file.get(), found.st_size, tags);
+            readMp3(descriptor, file->length, tags);
     } catch (const std::exception& error) {
         return base::Failure{base::Failure::Kind::invalid, hostPath,
                              "its tags cannot be read: " + std::string(error.what())};
