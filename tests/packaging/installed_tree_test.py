@@ -11,7 +11,7 @@ import unittest
 import xml.etree.ElementTree
 
 CMAKE, SOURCE, BUILD = sys.argv.pop(1), pathlib.Path(sys.argv.pop(1)), pathlib.Path(sys.argv.pop(1))
-PROGRAMS = ["tonquay", "ripdeck", "tqlaunch"]
+PROGRAMS = ["tonquay", "ripdeck", "tqlaunch", "tqutil"]
 ENTRY = "share/applications/cd-tonquay.desktop"
 ICONS = ["share/icons/hicolor/scalable/apps/cd-tonquay.svg", "share/icons/hicolor/symbolic/apps/cd-tonquay-symbolic.svg"]
 
