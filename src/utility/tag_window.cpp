@@ -1,6 +1,7 @@
 #include "utility/tag_window.h"
 
 #include "base/text.h"
+#include "ui/skin/colours.h"
 #include "ui/skin/icons.h"
 
 #include <QCloseEvent>
@@ -15,6 +16,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -72,6 +74,7 @@ constexpr std::array<Place, fieldCount> places{{
 struct TagWindow::Parts {
     QLabel name;
     QLabel summary;
+    QScrollArea fields;
     std::array<QLineEdit, fieldCount> edits; ///< by field
     QLabel lossesCaption{QStringLiteral("&In the tag besides, and lost when it is written:")};
     QListWidget losses;
@@ -95,6 +98,37 @@ TagWindow::~TagWindow() = default;
 void TagWindow::build()
 {
     Parts& p = *parts_;
+    dressTexts();
+    dressKeys();
+    auto top = std::make_unique<QHBoxLayout>();
+    top->addWidget(&p.name, 1);
+    top->addWidget(&p.open);
+    auto bottom = std::make_unique<QHBoxLayout>();
+    bottom->addWidget(&p.remove);
+    bottom->addStretch(1);
+    bottom->addWidget(&p.close);
+    bottom->addWidget(&p.write);
+
+    auto column = std::make_unique<QVBoxLayout>();
+    column->setContentsMargins(22, 18, 22, 18);
+    column->setSpacing(10);
+    column->addLayout(top.release());
+    column->addWidget(&p.summary);
+    // The list has what the fields leave of the window.
+    column->addWidget(&fieldSheet(), 100);
+    column->addWidget(&p.lossesCaption);
+    column->addWidget(&p.losses, 1);
+    column->addWidget(&p.warnings);
+    column->addStretch(0);
+    column->addLayout(bottom.release());
+    setLayout(column.release());
+    const QSize room = screen()->availableSize();
+    resize(QSize(640, 660).boundedTo(QSize(room.width() - 40, room.height() - 50)));
+}
+
+void TagWindow::dressTexts()
+{
+    Parts& p = *parts_;
     p.name.setProperty("role", "heading");
     p.name.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     for (QLabel* label : {&p.name, &p.summary, &p.warnings})
@@ -105,34 +139,19 @@ void TagWindow::build()
     }
     p.summary.setAccessibleName(QStringLiteral("What the file has"));
     p.warnings.setAccessibleName(QStringLiteral("Warnings"));
-
-    auto top = std::make_unique<QHBoxLayout>();
-    top->addWidget(&p.name, 1);
-    top->addWidget(&p.open);
-
-    auto fields = std::make_unique<QGridLayout>();
-    fields->setHorizontalSpacing(12);
-    fields->setVerticalSpacing(6);
-    for (std::size_t place = 0; place < fieldCount; ++place)
-        addField(*fields, place);
-    fields->setColumnStretch(1, 2);
-    fields->setColumnStretch(3, 2);
-    fields->setColumnStretch(5, 3);
-
+    p.lossesCaption.setBuddy(&p.losses);
+    p.lossesCaption.setProperty("role", "note");
     p.losses.setAccessibleName(QStringLiteral("What would be lost"));
     p.losses.setToolTip(QStringLiteral("Write keeps the fields above only"));
     p.losses.setWordWrap(true);
-    p.losses.setMinimumHeight(p.losses.fontMetrics().height() * 3);
-    p.lossesCaption.setBuddy(&p.losses);
-    p.lossesCaption.setProperty("role", "note");
+    p.losses.setMinimumHeight(p.losses.fontMetrics().height() * 4);
+}
 
-    auto bottom = std::make_unique<QHBoxLayout>();
-    bottom->addWidget(&p.remove);
-    bottom->addStretch(1);
-    bottom->addWidget(&p.close);
-    bottom->addWidget(&p.write);
+void TagWindow::dressKeys()
+{
+    Parts& p = *parts_;
     p.open.setIcon(ui::icon(QStringLiteral("open")));
-    p.write.setIcon(ui::icon(QStringLiteral("tags"), QColor(0x23, 0x1a, 0x0b)));
+    p.write.setIcon(ui::icon(QStringLiteral("tags"), ui::colours::accentText));
     p.write.setDefault(true);
     // The default key is written bold, which its size does not know of.
     p.write.setMinimumWidth(p.write.fontMetrics().horizontalAdvance(p.write.text()) + 72);
@@ -142,21 +161,29 @@ void TagWindow::build()
     p.write.setToolTip(QStringLiteral("Write the fields into the file's ID3v2 tag (Ctrl+S)"));
     for (QPushButton* key : {&p.open, &p.remove, &p.close, &p.write})
         key->setAccessibleName(key->text().remove('&').remove(QStringLiteral("...")));
+}
 
-    auto column = std::make_unique<QVBoxLayout>();
-    column->setContentsMargins(22, 18, 22, 18);
-    column->setSpacing(10);
-    column->addLayout(top.release());
-    column->addWidget(&p.summary);
-    column->addLayout(fields.release());
-    column->addWidget(&p.lossesCaption);
-    column->addWidget(&p.losses, 1);
-    column->addWidget(&p.warnings);
-    column->addStretch(0);
-    column->addLayout(bottom.release());
-    setLayout(column.release());
-    const QSize room = screen()->availableSize();
-    resize(QSize(640, 620).boundedTo(QSize(room.width() - 40, room.height() - 50)));
+/// On a small screen the fields are moved past, and the keys stay where they are.
+QWidget& TagWindow::fieldSheet()
+{
+    Parts& p = *parts_;
+    auto grid = std::make_unique<QGridLayout>();
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(12);
+    grid->setVerticalSpacing(6);
+    for (std::size_t place = 0; place < fieldCount; ++place)
+        addField(*grid, place);
+    grid->setColumnStretch(1, 2);
+    grid->setColumnStretch(3, 2);
+    grid->setColumnStretch(5, 3);
+    auto sheet = std::make_unique<QWidget>();
+    sheet->setLayout(grid.release());
+    p.fields.setWidget(sheet.release());
+    p.fields.setWidgetResizable(true);
+    p.fields.setFrameShape(QFrame::NoFrame);
+    p.fields.setFocusPolicy(Qt::NoFocus);
+    p.fields.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    return p.fields;
 }
 
 void TagWindow::addField(QGridLayout& grid, std::size_t place)
@@ -291,6 +318,15 @@ void TagWindow::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     showName();
+}
+
+/// Only now the fields know how high they are in the font and style that they have.
+void TagWindow::showEvent(QShowEvent* event)
+{
+    const int height = parts_->fields.widget()->sizeHint().height();
+    parts_->fields.setMaximumHeight(height);
+    parts_->fields.setMinimumHeight(height / 4);
+    QWidget::showEvent(event);
 }
 
 }

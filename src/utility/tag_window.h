@@ -27,11 +27,15 @@ protected:
     void dropEvent(QDropEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     struct Parts;
 
     void build();
+    void dressTexts();
+    void dressKeys();
+    QWidget& fieldSheet();
     void addField(QGridLayout& grid, std::size_t place);
     void connectAll();
     void showConcerns();

@@ -133,6 +133,7 @@ TEST_F(TagUtilityTest, theLengthsThatAreToldOfAreThoseThatOthersMisread)
     EXPECT_THAT(dialogs.boxes[0].text, HasSubstr(L"Title: too long for other programs by 1 letter"));
     EXPECT_EQ(value(title), std::wstring(126, L'x')) << "read here";
     EXPECT_THAT(seen(), Not(HasSubstr("comment="))) << "misread there";
+    EXPECT_THAT(desk.losses(), testing::IsEmpty()) << "and nothing is lost by that";
     EXPECT_EQ(soundOf(), sound);
 }
 

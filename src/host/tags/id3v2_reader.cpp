@@ -51,6 +51,48 @@ unsigned int firstFrame(const id3v2::Header& header, const ByteVector& body)
     return std::min(claimed, body.size() - sizeBytes) + sizeBytes;
 }
 
+bool isIdentifier(std::string_view text)
+{
+    return std::ranges::all_of(text, [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); });
+}
+
+std::size_t groupsOfSeven(std::string_view bytes)
+{
+    std::size_t sum = 0;
+    for (const char byte : bytes)
+        sum = (sum << 7) + static_cast<unsigned char>(byte);
+    return sum;
+}
+
+/// Other programs of the suite write the sizes of frames of version 2.3 in groups of seven bits, where the standard has
+/// a plain number. Such a tag leads by these sizes from frame to frame to its very end; one of anybody else's with a
+/// frame that is long enough to tell does not.
+bool isInGroupsOfSeven(std::string_view body, std::size_t place)
+{
+    constexpr std::size_t identifierBytes = 4;
+    constexpr std::size_t headerBytes = 10;
+    const std::size_t end = body.find_last_not_of('\0') + 1;
+    bool tells = false;
+    while (place < end) {
+        if (place + headerBytes > body.size() || !isIdentifier(body.substr(place, identifierBytes)))
+            return false;
+        const std::size_t size = groupsOfSeven(body.substr(place + identifierBytes, 4));
+        place += headerBytes + size;
+        tells = tells || size > 127;
+        if (size == 0 || place > body.size())
+            return false;
+    }
+    return tells;
+}
+
+/// The same frame with a plain size.
+ByteVector withPlainSize(const ByteVector& data)
+{
+    const std::size_t size = groupsOfSeven(charsOf(data).substr(4, 4));
+    return data.mid(0, 4) + ByteVector::fromUInt(static_cast<unsigned int>(size)) +
+           data.mid(8, static_cast<unsigned int>(size) + 2);
+}
+
 /// Compressed, encrypted or with a byte of a group in front.
 bool isPlain(unsigned int version, std::string_view headerBytes)
 {
@@ -84,9 +126,11 @@ Id3v2Contents walk(const id3v2::Header& header, const ByteVector& body, std::siz
     const unsigned int headerBytes = id3v2::Frame::headerSize(header.majorVersion());
     Id3v2Contents contents;
     unsigned int place = firstFrame(header, body);
+    const bool inGroups = header.majorVersion() == 3 && isInGroupsOfSeven(charsOf(body), place);
     while (place + headerBytes < body.size() && body[static_cast<int>(place)] != '\0' &&
            contents.frames.size() < mostFrames) {
-        const std::unique_ptr<id3v2::Frame> frame(factory.createFrame(body.mid(place), &header));
+        const ByteVector data = body.mid(place);
+        const std::unique_ptr<id3v2::Frame> frame(factory.createFrame(inGroups ? withPlainSize(data) : data, &header));
         if (!frame || frame->size() == 0)
             break;
         const std::string_view all = charsOf(body).substr(place);

@@ -174,6 +174,26 @@ TEST_F(Id3v2Reader, extendedHeadersAndUnsynchronisationAreSeenThrough)
         EXPECT_TRUE(read(tag(3, size, '\x40')).frames.empty());
 }
 
+TEST_F(Id3v2Reader, theSizesOfThisSuiteAreTakenAsTheyAreMeant)
+{
+    const std::string own = "COMM" + number(138, 4, 7) + "\0\0"s + "\0\0\0\0\0"s + std::string(132, 'c') + '\0';
+    const std::string composer = frame(3, "TCOM", "\0Ann\0"s);
+    for (const std::size_t padding : {0UL, 100UL, 300UL}) {
+        const Id3v2Contents contents = read(tag(3, own + composer + std::string(padding, '\0')));
+        ASSERT_EQ(contents.frames.size(), 2U) << padding;
+        EXPECT_EQ(contents.frames[0].bytes, 138U);
+        EXPECT_EQ(contents.frames[1].text, L"Ann");
+        EXPECT_EQ(contents.unreadBytes, 0U);
+    }
+    for (const std::size_t size : {128UL, 200UL, 256UL, 300UL}) {
+        const std::string foreign = frame(3, "TIT2", '\0' + std::string(size - 1, 'X')) + composer;
+        const Id3v2Contents contents = read(tag(3, foreign + std::string(300, '\0')));
+        ASSERT_EQ(contents.frames.size(), 2U) << size;
+        EXPECT_EQ(contents.frames[0].bytes, size);
+        EXPECT_EQ(contents.unreadBytes, 0U);
+    }
+}
+
 TEST_F(Id3v2Reader, whatCannotBeReadIsCounted)
 {
     const std::string title = frame(3, "TIT2", "\0T"s);
