@@ -116,7 +116,8 @@ std::vector<std::wstring> oddities(const TagFile& file, bool written)
         if (std::wstring line = flagsLine(file.header.flags()); !line.empty())
             lines.push_back(std::move(line));
     if (file.tagEnd.find_first_not_of('\0') != std::string::npos)
-        lines.push_back(L"The last ten bytes of the old tag stay in front of the sound. Most of them pass over that.");
+        lines.emplace_back(
+            L"The last ten bytes of the old tag stay in front of the sound. Most of them pass over that.");
     return lines;
 }
 

@@ -83,6 +83,8 @@ struct TagWindow::Parts {
     QPushButton remove{QStringLiteral("&Remove")};
     QPushButton close{QStringLiteral("Clo&se")};
     QPushButton write{QStringLiteral("&Write")};
+    std::string dropped; ///< host path of a file that is to be opened at once
+    QTimer openDropped;
 };
 
 TagWindow::TagWindow(TagDesk& desk) : desk_(desk), parts_(std::make_unique<Parts>())
@@ -219,6 +221,11 @@ void TagWindow::connectAll()
     connect(&p.remove, &QPushButton::clicked, this, [this] { ask(&TagDesk::remove); });
     connect(&p.write, &QPushButton::clicked, this, [this] { ask(&TagDesk::write); });
     connect(&p.close, &QPushButton::clicked, this, [this] { close(); });
+    p.openDropped.setSingleShot(true);
+    connect(&p.openDropped, &QTimer::timeout, this, [this] {
+        desk_.openHost(parts_->dropped);
+        takeOver();
+    });
     const auto onKeys = [this](QKeySequence::StandardKey keys, QPushButton& key) {
         auto shortcut = std::make_unique<QShortcut>(QKeySequence(keys), this);
         connect(shortcut.release(), &QShortcut::activated, &key, &QPushButton::click);
@@ -300,10 +307,8 @@ void TagWindow::dropEvent(QDropEvent* event)
         return;
     event->acceptProposedAction();
     // A question inside of this would keep whoever dropped the file waiting.
-    QTimer::singleShot(0, this, [this, path = QFile::encodeName(file->toLocalFile()).toStdString()] {
-        desk_.openHost(path);
-        takeOver();
-    });
+    parts_->dropped = QFile::encodeName(file->toLocalFile()).toStdString();
+    parts_->openDropped.start(0);
 }
 
 void TagWindow::keyPressEvent(QKeyEvent* event)

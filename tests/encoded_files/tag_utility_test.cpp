@@ -137,6 +137,16 @@ TEST_F(TagUtilityTest, theLengthsThatAreToldOfAreThoseThatOthersMisread)
     EXPECT_EQ(soundOf(), sound);
 }
 
+TEST_F(TagUtilityTest, whatIsNoFileIsRefusedAndNeitherMadeNorWaitedFor)
+{
+    run("mkfifo pipe.mp3");
+    for (const char* name : {"none.mp3", "pipe.mp3", "home"}) {
+        EXPECT_FALSE(desk.openHost(real.root / name));
+        EXPECT_THAT(dialogs.boxes.back().text, HasSubstr(base::fromHostBytes(name)));
+    }
+    EXPECT_FALSE(std::filesystem::exists(real.root / "none.mp3"));
+}
+
 TEST_F(TagUtilityTest, aRemovedTagLeavesThePlainSound)
 {
     open("lame --quiet --id3v2-only --tt Dawn --ti cover.jpg in.wav");

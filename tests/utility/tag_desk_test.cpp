@@ -119,6 +119,17 @@ TEST_F(Desk, whatWritingWouldLoseIsSaidFrameByFrame)
          MadeFile().add("TALB", long300, {.text = L"x"}).text("TIT2", "T"),
          {},
          {L"Album: x (only a part of it can be kept)", L"Title: T"}},
+        {"a second one that is the same, but out of reach",
+         MadeFile()
+             .text("TIT2", "T")
+             .add("GEOB", std::string(250, 'x'))
+             .add("GEOB", std::string(250, 'x'))
+             .add("GEOB", std::string(250, 'x'))
+             .add("GEOB", std::string(220, 'x'))
+             .text("TIT2", "T"),
+         {},
+         {L"Attached file: 250 bytes", L"Attached file: 250 bytes", L"Attached file: 250 bytes",
+          L"Attached file: 220 bytes", L"Title: T"}},
         {"a part of what is typed anew is no loss",
          MadeFile().add("TALB", long300, {.text = L"x"}),
          {{album, L"y"}},
@@ -159,13 +170,14 @@ TEST_F(Desk, aTagOfAnotherVersionIsLostAsAWhole)
 {
     for (const char version : {'\2', '\4'}) {
         MadeFile made;
-        made.text(version == 2 ? "TT2" : "TIT2", "T").text("TXX", "U");
+        const char* const name = version == 2 ? "TT2" : "TIT2";
+        made.text(name, "T").text("TXX", "U").text(name, "T");
         openMade(made, 0, version);
         EXPECT_EQ(value(title), L"");
         EXPECT_THAT(desk.summary(), HasSubstr(version == 2 ? L"ID3v2.2 tag of" : L"ID3v2.4 tag of"));
-        EXPECT_THAT(desk.losses(), ElementsAre(L"Title: T", L"User text: U"));
+        EXPECT_THAT(desk.losses(), ElementsAre(L"Title: T", L"User text: U", L"Title: T"));
         edit(title, L"T");
-        EXPECT_THAT(desk.losses(), ElementsAre(L"User text: U"));
+        EXPECT_THAT(desk.losses(), ElementsAre(L"User text: U", L"Title: T"));
         edit(title, L"");
     }
 }
@@ -241,6 +253,20 @@ TEST_F(Desk, aWideTextIsShownAsItReadsAndStaysUnlessItIsChanged)
     answer(Dialogs::Answer::yes);
     desk.write();
     EXPECT_THAT(file(), HasSubstr(test::text("TIT2", "A??") + test::frame("COMM", "\0\0\0\0\0D\0"s)));
+}
+
+TEST_F(Desk, aPackedFrameStaysClosedUntilItIsChanged)
+{
+    for (const char flags : {'\x80', '\x40', '\x20'}) {
+        const MadeFile made = MadeFile().add("TIT2", "\0zip"s, {}, flags).text("TPE1", "Ann");
+        openMade(made);
+        edit(artist, L"Bea");
+        desk.write();
+        EXPECT_THAT(file(), HasSubstr(test::frame("TIT2", "\0zip"s, '\0', flags)));
+        edit(title, L"T");
+        desk.write();
+        EXPECT_THAT(file(), HasSubstr(test::text("TIT2", "T")));
+    }
 }
 
 TEST_F(Desk, valuesThatOtherProgramsMisreadAreToldBeforehand)
@@ -327,6 +353,11 @@ TEST_F(Desk, aTagThatOthersCannotReadIsToldBeforehand)
         EXPECT_TRUE(desk.isEdited());
         edit(title, value(album));
     }
+    host.dialogs.boxes.clear();
+    openBytes(test::tag(zeros(20), 3, 0, '\x40') + "OggS");
+    desk.remove();
+    EXPECT_THAT(host.dialogs.boxes, IsEmpty()) << "whatever it is, it is better off without";
+    EXPECT_EQ(file(), zeros(10) + "OggS");
 }
 
 TEST_F(Desk, theQuestionListsAllAndNotMoreThanFits)
@@ -389,6 +420,12 @@ TEST_F(Desk, whatFailsIsToldInFullAndLeavesTheFile)
     EXPECT_EQ(value(title), L"U") << "what was typed is still there";
     EXPECT_TRUE(desk.isEdited());
     EXPECT_EQ(desk.losses(), losses) << "and what the file has, too";
+    edit(title, L"");
+    desk.write();
+    edit(title, L"T");
+    EXPECT_EQ(desk.losses(), losses) << "a frame that was to go is still there";
+    edit(title, L"U");
+    host.dialogs.boxes.resize(1);
     EXPECT_EQ(host.dialogs.pointer, Dialogs::Pointer::normal);
     host.files.heal(Operation::replace, L"");
     desk.write();

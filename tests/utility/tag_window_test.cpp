@@ -91,6 +91,8 @@ TEST_F(Window, whatIsTypedIsWrittenByCtrlSAndReadAnew)
     EXPECT_EQ(field("Artist").text(), "Ann");
     EXPECT_FALSE(window->isWindowModified());
     EXPECT_TRUE(says("ID3v2.3 tag of 257 bytes"));
+    QTest::keySequence(window.get(), QKeySequence::Open);
+    EXPECT_EQ(host.dialogs.questions.size(), 1U);
 }
 
 TEST_F(Window, showsWhatWouldBeLostAndWarnsWhileATextIsTyped)
