@@ -163,7 +163,7 @@ bool TagDesk::agrees(const Concerns& concerns, std::wstring_view question)
     if (concerns.readOnly)
         text = L"This file is read-only. It will be writable afterwards.";
     addList(text, L"This would be lost:", concerns.lost);
-    addList(text, L"Other programs would have trouble:", concerns.misread);
+    addList(text, L"What may go wrong:", concerns.misread);
     if (text.empty())
         return true;
     text.append(L"\n\n").append(question);

@@ -13,7 +13,7 @@ namespace {
 
 using base::Result;
 
-constexpr std::size_t startBytes = 16;
+constexpr std::size_t startBytes = 64;
 
 /// Fewer bytes where the file ends.
 Result<std::string> readAt(platform::BinaryFile& file, std::int64_t place, std::size_t count)
@@ -53,17 +53,25 @@ constexpr std::array sorts = std::to_array<Sort>({
     {"\x30\x26\xB2\x75", 0, L"a WMA file"},
 });
 
+/// An MP3 file whose first frame tells how much silence the encoder has put around the sound.
+bool tellsOfSilence(std::string_view start)
+{
+    return start.starts_with('\xFF') &&
+           (start.find("Info") != std::string_view::npos || start.find("Xing") != std::string_view::npos);
+}
+
 std::wstring flagsLine(std::byte flags)
 {
     constexpr std::byte unsynchronised{0x80};
     constexpr std::byte extended{0x40};
     constexpr std::byte experimental{0x20};
     if ((flags & extended) != std::byte{0})
-        return L"Its flags promise an extended header that is not there: most of them will not find its values.";
+        return L"The tag's flags promise an extended header that is not there: most programs will not find its values.";
     if ((flags & unsynchronised) != std::byte{0})
-        return L"Its flags say that it is unsynchronised, which it is not: they may misread some letters.";
+        return L"The tag's flags say that it is unsynchronised, which it is not: some letters may be misread "
+               L"elsewhere.";
     if ((flags & ~experimental) != std::byte{0})
-        return L"Its flags have no meaning: some of them may refuse it.";
+        return L"The tag's flags have no meaning: some programs may refuse it.";
     return {};
 }
 
@@ -111,13 +119,16 @@ std::vector<std::wstring> oddities(const TagFile& file, bool written)
     });
     if (written && sort != sorts.end())
         lines.push_back(L"This is no MP3 file but " + std::wstring(sort->name) +
-                        L": with a tag in front they may not know it any more.");
+                        L": with a tag in front other programs may not know it any more.");
     if (written)
         if (std::wstring line = flagsLine(file.header.flags()); !line.empty())
             lines.push_back(std::move(line));
     if (file.tagEnd.find_first_not_of('\0') != std::string::npos)
         lines.emplace_back(
-            L"The last ten bytes of the old tag stay in front of the sound. Most of them pass over that.");
+            L"The last ten bytes of the old tag stay in front of the sound. Most programs pass over that.");
+    if (file.hasTag() && tellsOfSilence(file.start))
+        lines.emplace_back(L"Ten bytes come to stand between the tag and the sound: some programs will then play the "
+                           L"silence that the encoder has put around it.");
     return lines;
 }
 

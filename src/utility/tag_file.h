@@ -47,7 +47,7 @@ struct TagServices {
 base::Result<TagFile> readTagFile(const TagServices& services, std::wstring_view path);
 
 /// What stands in the way of a tag in this file for other programs, a line each: the flags that it would have, what is
-/// left of the old one, or a file of another sort.
+/// left of the old one, or a file of another sort. For a tag that is `written`, else for one that is removed.
 std::vector<std::wstring> oddities(const TagFile& file, bool written);
 
 }

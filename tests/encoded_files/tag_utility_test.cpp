@@ -53,6 +53,7 @@ protected:
         const std::string bytes = test::readHostFile(real.root / "song.mp3");
         return bytes.substr(std::min(bytes.find("\xFF\xFB"), bytes.size()));
     }
+    std::size_t decodedBytes() { return output("ffmpeg -v quiet -i song.mp3 -f s16le -").size(); }
     void edit(tags::FrameValueID id, std::wstring_view value) { desk.edit(placeOf(id), value); }
     std::wstring value(tags::FrameValueID id) const { return desk.value(placeOf(id)); }
 
@@ -150,9 +151,12 @@ TEST_F(TagUtilityTest, whatIsNoFileIsRefusedAndNeitherMadeNorWaitedFor)
 TEST_F(TagUtilityTest, aRemovedTagLeavesThePlainSound)
 {
     open("lame --quiet --id3v2-only --tt Dawn --ti cover.jpg in.wav");
+    EXPECT_EQ(decodedBytes(), 4U * 44100) << "one second";
     dialogs.answers = {Dialogs::Answer::yes};
     desk.remove();
     EXPECT_FALSE(desk.hasTag());
+    EXPECT_THAT(dialogs.boxes[0].text, HasSubstr(L"silence that the encoder has put around it"));
+    EXPECT_GT(decodedBytes(), 4U * 44100) << "as was said";
     EXPECT_THAT(seen(), Not(HasSubstr("title")));
     EXPECT_EQ(soundOf(), sound);
 }

@@ -326,6 +326,7 @@ TEST_F(Desk, valuesThatOtherProgramsMisreadAreToldBeforehand)
 
 TEST_F(Desk, aTagThatOthersCannotReadIsToldBeforehand)
 {
+    const std::string info = "\xFF\xFB\x90\x64" + zeros(32) + "Info" + zeros(20);
     const struct {
         std::string bytes;
         const wchar_t* says; ///< in the question; null for none
@@ -336,6 +337,10 @@ TEST_F(Desk, aTagThatOthersCannotReadIsToldBeforehand)
         {"\xFF\xFB\x90\x64\0\x01sound"s, L"flags have no meaning"},
         {test::tag(zeros(20), 3, 0, '\x40') + "sound", L"extended header"},
         {test::tag("0123456789") + "sound", L"last ten bytes"},
+        {info, nullptr},
+        {test::tag(zeros(20)) + info, L"silence"},
+        {test::tag(zeros(20)) + "\xFF\xFB\x90\x64" + zeros(40), nullptr},
+        {test::tag(zeros(20)) + zeros(10) + info, nullptr}, // It is no news any more.
         {"RIFF\0\0\0\0WAVE"s, L"no MP3 file but a WAV file"},
         {test::tag(zeros(20)) + "OggS", L"no MP3 file but an Ogg file"},
         {"\0\0\0\0ftypM4A "s, L"no MP3 file but an MP4 file"},
@@ -376,7 +381,7 @@ TEST_F(Desk, theQuestionListsAllAndNotMoreThanFits)
     EXPECT_THAT(box.text, testing::StartsWith(L"This file is read-only. It will be writable afterwards.\n\n"
                                               L"This would be lost:\n\u2022 User text: a\n"));
     EXPECT_THAT(box.text, HasSubstr(L"\u2022 User text: k\n\u2022 and 9 more\n\n"
-                                    L"Other programs would have trouble:\n\u2022 Title: a ? will stand for \u65E5\n"));
+                                    L"What may go wrong:\n\u2022 Title: a ? will stand for \u65E5\n"));
     EXPECT_THAT(box.text, testing::EndsWith(L"\n\nWrite the tag all the same?"));
 }
 
