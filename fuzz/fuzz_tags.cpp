@@ -1,4 +1,5 @@
 #include "host/tags/file_tags.h"
+#include "host/tags/id3v2_reader.h"
 
 #include <cmath>
 #include <cstdint>
@@ -21,5 +22,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             tags->track < 0)
             std::abort();
     }
+    const auto contents = tonquay::host::readId3v2Contents(path);
+    if (!contents || contents->frames.size() > 1000 || contents->unreadBytes > size)
+        std::abort();
     return 0;
 }

@@ -80,17 +80,6 @@ private:
     std::unique_ptr<host::HostDiscs> discs_;
 };
 
-/// Beside the launcher, else on the search path.
-std::string ripperFile()
-{
-    const std::string own = host::ownProgramFile();
-    std::string beside = own.substr(0, own.rfind('/') + 1) + "ripdeck";
-    if (host::isProgramFile(beside))
-        return beside;
-    const auto found = host::programsOnPath("ripdeck", host::searchPath());
-    return found.empty() ? std::string() : found.front();
-}
-
 std::string mixerFile()
 {
     constexpr std::array mixers{"pavucontrol", "pavucontrol-qt", "pwvucontrol",     "kmix",
@@ -107,6 +96,7 @@ launcher::Machine prepareMachine(const host::Places& places, const platform::Pla
         {.folder = places.programFolder, .searchPath = host::searchPath(), .oggTool = host::oggToolOfThisProgram()});
     const platform::MachinePrograms programs = folder.refresh();
     passOver(platform.log, folder.linkLauncher(host::ownProgramFile()), "Link the launcher");
+    passOver(platform.log, folder.linkUtility(host::siblingProgram("tqutil")), "Link the tag utility");
     passOver(platform.log, folder.linkHelp(host::helpOfThisProgram()), "Link the help");
     host::recordProgramFolder(places.programFolder);
 
@@ -116,7 +106,7 @@ launcher::Machine prepareMachine(const host::Places& places, const platform::Pla
     };
     return {.programFolder = std::wstring(platform::programFolder),
             .keptNamesFolder = host::makeFolders(places.discNames) ? programPath(places.discNames) : std::wstring(),
-            .ripper = programPath(ripperFile()),
+            .ripper = programPath(host::siblingProgram("ripdeck")),
             .musicFolder = !music.empty() && host::makeFolders(music) ? programPath(music) : std::wstring(),
             .mixer = programPath(mixerFile()),
             .programs = programs};

@@ -76,6 +76,10 @@ public:
     /// number that names no frame.
     void SetFrameValue(FrameValueID id, std::wstring_view value);
 
+    /// What stands here to be written, for whoever has to know more of a frame than its value, or to take one out.
+    clsFrames& frames() { return frames_; }
+    const clsFrames& frames() const { return frames_; }
+
 private:
     void parseFrames(std::span<const std::byte> body, std::int32_t bodySize, std::string_view where);
     base::Status addParsedFrame(const FrameHeader& header, std::span<const std::byte> body);

@@ -4,6 +4,7 @@ the menu, the icons, and that the programs find what they look for from where th
 import configparser
 import os
 import pathlib
+import signal
 import subprocess
 import sys
 import tempfile
@@ -11,7 +12,7 @@ import unittest
 import xml.etree.ElementTree
 
 CMAKE, SOURCE, BUILD = sys.argv.pop(1), pathlib.Path(sys.argv.pop(1)), pathlib.Path(sys.argv.pop(1))
-PROGRAMS = ["tonquay", "ripdeck", "tqlaunch"]
+PROGRAMS = ["tonquay", "ripdeck", "tqlaunch", "tqutil"]
 ENTRY = "share/applications/cd-tonquay.desktop"
 ICONS = ["share/icons/hicolor/scalable/apps/cd-tonquay.svg", "share/icons/hicolor/symbolic/apps/cd-tonquay-symbolic.svg"]
 
@@ -54,6 +55,34 @@ class InstalledTree(unittest.TestCase):
             self.assertEqual(drawing.tag, "{http://www.w3.org/2000/svg}svg")
             _, _, width, height = drawing.get("viewBox").split()
             self.assertEqual(width, height)
+
+    def test_the_tag_utility_answers_without_a_screen(self):
+        def run(*words):
+            return subprocess.run([self.root / "bin/tqutil", *words], env={}, capture_output=True, text=True, timeout=20)
+
+        self.assertTrue(run("--help").stdout.startswith("tqutil [FILE]\n"))
+        self.assertRegex(run("--version").stdout, r"^tqutil [0-9.]+\n$")
+        for wrong in (["--nothing"], ["one.mp3", "two.mp3"]):
+            self.assertEqual((run(*wrong).returncode, run(*wrong).stdout), (2, ""))
+
+    def test_the_tag_utility_keeps_nobody_who_hands_it_a_file(self):
+        with tempfile.TemporaryDirectory() as home:
+            file = pathlib.Path(home) / "song.mp3"
+            environment = {"HOME": home, "QT_QPA_PLATFORM": "offscreen", "XDG_RUNTIME_DIR": home}
+            starter = subprocess.Popen([self.root / "bin/tqutil", "CDR", file], env=environment, cwd=home,
+                                       stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            self.assertEqual(starter.wait(timeout=20), 0)
+            windows = [int(entry.parent.name) for entry in pathlib.Path("/proc").glob("[0-9]*/cmdline")
+                       if self.command_of(entry).endswith(f"CDR\0{file}\0")]
+            self.assertEqual(len(windows), 1)
+            os.kill(windows[0], signal.SIGTERM)
+
+    @staticmethod
+    def command_of(entry):
+        try:
+            return entry.read_text(errors="replace")
+        except OSError:
+            return ""
 
     def test_the_build_tree_shows_the_help_beside_its_programs(self):
         self.assertTrue((BUILD / "src/help/1008-ripper.html").samefile(SOURCE / "help/1008-ripper.html"))

@@ -45,6 +45,16 @@ std::string ownProgramFile()
     return error ? std::string() : path.string();
 }
 
+std::string siblingProgram(std::string_view name)
+{
+    const std::string own = ownProgramFile();
+    std::string beside = own.substr(0, own.rfind('/') + 1).append(name);
+    if (isProgramFile(beside))
+        return beside;
+    const auto found = programsOnPath(name, searchPath());
+    return found.empty() ? std::string() : found.front();
+}
+
 bool isOggTool(const std::string& path)
 {
     std::error_code error;

@@ -19,6 +19,9 @@ std::string searchPath();
 /// The file of the running program, with no link in its path; empty when the system does not tell.
 std::string ownProgramFile();
 
+/// Another program of this suite: beside the running one, else on the search path; empty when it is at neither place.
+std::string siblingProgram(std::string_view name);
+
 /// What our adapter for the Ogg tools is called.
 inline constexpr std::string_view oggToolName = "tonquay-oggtool";
 

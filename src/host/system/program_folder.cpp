@@ -118,6 +118,14 @@ Status ProgramFolder::linkLauncher(const std::string& program) const
     return withTarget(settings_.folder + "/tqlaunch.exe", program);
 }
 
+Status ProgramFolder::linkUtility(const std::string& program) const
+{
+    const std::string link = settings_.folder + "/tqutil.exe";
+    if (program.empty())
+        return withoutTarget(link, {Failure::Kind::notFound, "tqutil", "is not installed"});
+    return withTarget(link, program);
+}
+
 Status ProgramFolder::linkHelp(const std::string& folder) const
 {
     const std::string link = settings_.folder + "/tqhelp";

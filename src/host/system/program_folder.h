@@ -32,6 +32,10 @@ public:
     /// Puts a link to the launcher there, for a ripper that restarts through it. `program` is its file.
     base::Status linkLauncher(const std::string& program) const;
 
+    /// Puts a link to the tag utility there, for a tag page that hands a file to it. Without a `program` a link that
+    /// leads nowhere is taken away, so that the page does not offer it; one that leads to a program stays.
+    base::Status linkUtility(const std::string& program) const;
+
     /// Puts a link to the help pages there. `folder` holds them; without one nothing is done.
     base::Status linkHelp(const std::string& folder) const;
 

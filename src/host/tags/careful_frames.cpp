@@ -17,15 +17,14 @@ bool isWanted(const TagLib::ByteVector& identifier)
     return false;
 }
 
-/// The same frame without its flags, so that nobody unpacks it.
+}
+
 void takeOffFlags(OpenFrame::Header& header)
 {
     const unsigned int size = header.frameSize();
     const TagLib::ByteVector plain = TagLib::ByteVector(header.frameID()).resize(4) + TagLib::ByteVector(6, '\0');
     header.setData(plain, 4U);
     header.setFrameSize(size);
-}
-
 }
 
 bool CarefulFrames::updateFrame(OpenFrame::Header* header) const

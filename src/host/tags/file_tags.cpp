@@ -1,11 +1,13 @@
 #include "host/tags/file_tags.h"
 
 #include "base/text.h"
-#include "host/posix/descriptor.h"
 #include "host/tags/bounded_stream.h"
 #include "host/tags/careful_frames.h"
+#include "host/tags/library_file.h"
+#include "host/tags/library_text.h"
 #include "host/tags/mpeg_sound.h"
 #include "host/tags/ogg_end.h"
+#include "host/tags/plain_file.h"
 #include "host/tags/wav_sound.h"
 
 #include <id3v1tag.h>
@@ -13,14 +15,10 @@
 #include <vorbisfile.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <exception>
 #include <optional>
 #include <string_view>
-
-#include <fcntl.h>
-#include <sys/stat.h>
 
 namespace tonquay::host {
 
@@ -28,25 +26,6 @@ namespace {
 
 using platform::FileTags;
 using platform::SoundReading;
-
-/// The library keeps UTF-16 units; a half of a pair alone is no character and must not pass for a byte of a file name.
-std::wstring text(const TagLib::String& from)
-{
-    const TagLib::wstring units = from.toWString();
-    std::wstring result;
-    for (std::size_t i = 0; i < units.size(); ++i) {
-        const auto unit = static_cast<char32_t>(units[i]);
-        const auto next = i + 1 < units.size() ? static_cast<char32_t>(units[i + 1]) : U'\0';
-        if (unit >= 0xD800 && unit < 0xDC00 && next >= 0xDC00 && next < 0xE000) {
-            result.push_back(static_cast<wchar_t>(0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00)));
-            ++i;
-        } else {
-            const bool noCharacter = unit > 0x10FFFF || (unit >= 0xD800 && unit < 0xE000);
-            result.push_back(noCharacter ? L'\uFFFD' : static_cast<wchar_t>(unit));
-        }
-    }
-    return result;
-}
 
 /// A year or a track number; what is beyond sense is none.
 int number(unsigned int value)
@@ -59,7 +38,7 @@ void fillIn(FileTags& tags, const TagLib::Tag& from)
 {
     const auto fill = [](std::wstring& field, const TagLib::String& value) {
         if (field.empty())
-            field = text(value);
+            field = textOf(value);
     };
     fill(tags.title, from.title());
     fill(tags.artist, from.artist());
@@ -91,21 +70,11 @@ void readId3v1AsWindows1252()
     static_cast<void>(set);
 }
 
-/// A file that is read at places that we name, instead of one that the library searches by itself.
-class PlainFile final : public TagLib::File {
-public:
-    explicit PlainFile(TagLib::IOStream* stream) : File(stream) {}
-
-    TagLib::Tag* tag() const override { return nullptr; }
-    TagLib::AudioProperties* audioProperties() const override { return nullptr; }
-    bool save() override { return false; }
-};
-
 void readId3(BoundedStream& stream, FileTags& tags)
 {
     constexpr std::int64_t blockBytes = 128;
     const std::int64_t length = stream.length();
-    PlainFile file(&stream);
+    LibraryFile file(&stream);
     file.seek(0);
     if (file.readBlock(3) == TagLib::ID3v2::Header::fileIdentifier()) {
         const CarefulFrames frames;
@@ -177,26 +146,19 @@ void readOgg(int descriptor, std::int64_t length, FileTags& tags)
 
 base::Result<FileTags> readFileTags(const std::string& hostPath, platform::SoundReading reading)
 {
-    // Without waiting, so that a pipe of that name does not hold us up before it is refused.
-    const Descriptor file(::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const auto file = openPlainFile(hostPath);
     if (!file)
-        return systemFailure(hostPath, "opened", errno);
-    struct stat found {};
-    if (::fstat(file.get(), &found) != 0)
-        return systemFailure(hostPath, "read", errno);
-    if (S_ISDIR(found.st_mode))
-        return base::Failure{base::Failure::Kind::invalid, hostPath, "this is a folder"};
-    if (!S_ISREG(found.st_mode))
-        return base::Failure{base::Failure::Kind::invalid, hostPath, "this is no plain file"};
+        return file.failure();
+    const int descriptor = file->descriptor.get();
     FileTags tags;
     try {
-        BoundedStream stream(file.get(), found.st_size);
+        BoundedStream stream(descriptor, file->length);
         if (const TagLib::ByteVector mark = stream.readBlock(4); mark == "OggS")
-            readOgg(file.get(), found.st_size, tags);
+            readOgg(descriptor, file->length, tags);
         else if (mark == "RIFF" || mark == "RF64")
-            readWav(file.get(), found.st_size, tags);
+            readWav(descriptor, file->length, tags);
         else
-            readMp3(stream, file.get(), reading, tags);
+            readMp3(stream, descriptor, reading, tags);
     } catch (const std::exception& error) {
         return base::Failure{base::Failure::Kind::invalid, hostPath,
                              "its tags cannot be read: " + std::string(error.what())};

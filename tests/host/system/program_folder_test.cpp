@@ -113,6 +113,28 @@ TEST_F(ProgramFolder, launcherAndHelpFollowTheirPlaces)
     EXPECT_TRUE(fs::is_directory(fs::symlink_status(programs + "/tqhelp"))) << "the user's own";
 }
 
+TEST_F(ProgramFolder, theTagUtilityIsThereAsLongAsItIsInstalled)
+{
+    const host::ProgramFolder programFolder({programs, one, adapter});
+    programFolder.refresh();
+    for (const char* place : {"here", "there"})
+        program(place + std::string("/tqutil"));
+    EXPECT_EQ(programFolder.linkUtility("").failure().kind, Kind::notFound) << "never was";
+    EXPECT_FALSE(fs::exists(fs::symlink_status(programs + "/tqutil.exe")));
+    for (const char* place : {"here", "there"}) {
+        EXPECT_TRUE(programFolder.linkUtility(folder / place + "/tqutil"));
+        EXPECT_EQ(target("tqutil.exe"), folder / place + "/tqutil");
+    }
+    EXPECT_TRUE(programFolder.linkUtility(""));
+    EXPECT_EQ(target("tqutil.exe"), folder / "there/tqutil") << "that one is still good";
+    fs::remove(folder / "there/tqutil");
+    EXPECT_FALSE(programFolder.linkUtility(""));
+    EXPECT_FALSE(fs::exists(fs::symlink_status(programs + "/tqutil.exe"))) << "gone";
+    program("programs/tqutil.exe");
+    EXPECT_TRUE(programFolder.linkUtility(folder / "here/tqutil"));
+    EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(programs + "/tqutil.exe"))) << "the user's own";
+}
+
 TEST(RecordedFolder, comesBackAsItWas)
 {
     const test::TempFolder home;
