@@ -54,10 +54,10 @@ void Cdrip1Controls::resetToDesign()
         cmdButton[i].caption = buttonCaptions[i];
         cmdButton[i].enabled = true;
     }
-    optExtractMode[0].setValue(true);
-    optExtractMode[1].setValue(false);
-    picWMAExtractOptionsVisible = false;
-    chkWMAFileTags.setValue(0);
+    optExtractMode[0].setValue(false);
+    optExtractMode[1].setValue(true);
+    picWMAExtractOptionsVisible = true;
+    chkWMAFileTags.setValue(1);
     for (controls::CheckBox& flag : chkRWFlags)
         flag.setValue(0);
     for (controls::Slider* slider : {&SliderVolume, &SliderBalance, &SliderPosition})
