@@ -31,6 +31,7 @@ Cdrip1Controls::Cdrip1Controls()
     form.design = [this] { resetToDesign(); };
     optExtractMode[0].caption = L"&WAV File";
     optExtractMode[1].caption = L"W&MA File";
+    chkWMAFileTags.caption = L"WMA File Tags";
     for (std::size_t i = 0; i < flagCaptions.size(); ++i)
         chkRWFlags[i].caption = flagCaptions[i];
     resetToDesign();
