@@ -21,7 +21,8 @@ constexpr std::size_t objectBytes = 104;
 
 std::optional<std::span<std::byte>> find(std::span<std::byte> header)
 {
-    const auto found = std::ranges::search(header, std::as_bytes(std::span(fileProperties))).begin();
+    const auto id = std::as_bytes(std::span(fileProperties));
+    const auto found = std::search(header.begin(), header.end(), id.begin(), id.end());
     const auto rest = header.subspan(static_cast<std::size_t>(found - header.begin()));
     return rest.size() < objectBytes ? std::nullopt : std::optional(rest.first(objectBytes));
 }
