@@ -41,7 +41,7 @@ public:
                                            std::uint32_t bitrate, std::wstring_view file) = 0;
 
     /// Adds a tag to a file that has no sound yet. Every character of `text` comes into the file, whatever its script;
-    /// what is no character becomes U+FFFD, and what follows the 32000th is left out. An empty `tag` says that the tags
+    /// what is no character becomes U+FFFD, and what follows the 16000th is left out. An empty `tag` says that the tags
     /// are complete.
     virtual bool BASS_WMA_EncodeSetTag(Handle encoder, std::wstring_view tag, std::wstring_view text,
                                        std::uint32_t form) = 0;

@@ -1,5 +1,6 @@
 #include "host/wma/asf_file.h"
 
+#include "base/text.h"
 #include "host/wma/asf_header.h"
 
 #include <algorithm>
@@ -41,9 +42,11 @@ public:
     {
         headerIsWhole_ = true;
         asf::setBroadcast(header_, true);
-        if (auto put = file_->write(header_); !put)
+        std::vector<std::byte> header = header_;
+        grown_ = asf::putDescription(header, description_);
+        if (auto put = file_->write(header); !put)
             return put;
-        return file_->seek(end_);
+        return file_->seek(placeInFile(end_));
     }
 
     base::Status finish(std::int64_t playTime)
@@ -51,12 +54,15 @@ public:
         if (!status_)
             return status_;
         asf::setPlayTime(header_, playTime);
+        asf::putDescription(header_, description_);
         if (auto placed = file_->seek(0); !placed)
             return placed;
         if (auto put = file_->write(header_); !put)
             return put;
         return file_->close();
     }
+
+    void setDescription(std::wstring_view text) { description_ = text; }
 
     const base::Status& status() const { return status_; }
 
@@ -87,13 +93,18 @@ private:
         status_ = file_->write(bytes);
         waiting_ += bytes.size();
         if (status_ && waiting_ >= longestWait) {
-            status_ = file_->seek(place_ + static_cast<std::int64_t>(bytes.size()));
+            status_ = file_->seek(placeInFile(place_ + static_cast<std::int64_t>(bytes.size())));
             waiting_ = 0;
         }
     }
 
     std::unique_ptr<platform::BinaryFile> file_;
+    /// What the header has grown by, the library knows nothing of.
+    std::int64_t placeInFile(std::int64_t place) const { return place + static_cast<std::int64_t>(grown_); }
+
     std::vector<std::byte> header_;
+    std::wstring description_;
+    std::size_t grown_ = 0;
     bool headerIsWhole_ = false;
     std::int64_t place_ = 0;
     std::int64_t end_ = 0;
@@ -113,10 +124,13 @@ AsfFile::AsfFile(std::unique_ptr<platform::BinaryFile> file, std::string where)
 
 AsfFile::~AsfFile() = default;
 
-void AsfFile::setTag(const std::string& key, const std::string& text)
+void AsfFile::setTag(const std::string& key, std::wstring_view text)
 {
     if (output_)
-        av_dict_set(&output_->metadata, key.c_str(), text.c_str(), 0);
+        av_dict_set(&output_->metadata, key.c_str(), base::utf8(text).c_str(), 0);
+    // The library has it among the further tags only.
+    if (key == "Description")
+        bytes_->setDescription(text);
 }
 
 base::Status AsfFile::makeOutput()

@@ -10,6 +10,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tonquay::host {
@@ -28,8 +29,8 @@ public:
     AsfFile& operator=(const AsfFile&) = delete;
     ~AsfFile();
 
-    /// Before begin(). The key as the format's own names have it ("WM/Genre"), both UTF-8.
-    void setTag(const std::string& key, const std::string& text);
+    /// Before begin(). The key as the format's own names have it ("WM/Genre").
+    void setTag(const std::string& key, std::wstring_view text);
 
     /// Writes the header. `blockFrames` is the sound in a block, in frames of the stream.
     base::Status begin(const AVCodecContext& stream, std::int32_t blockFrames, const AsfLayout& layout);

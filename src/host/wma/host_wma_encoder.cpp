@@ -23,14 +23,14 @@ constexpr std::array<std::uint32_t, 14> usualRates{32000,  40000,  48000,  56000
 constexpr std::uint32_t firstHandle = 0x8000'0000;
 
 /// A text as it can stand in a file: every character, and nothing that is none.
-std::string tagText(std::wstring_view text)
+std::wstring tagText(std::wstring_view text)
 {
-    constexpr std::size_t most = 32000;
+    constexpr std::size_t most = 16000;
     constexpr wchar_t replacement = 0xFFFD;
     std::wstring clean(text.substr(0, std::min(most, text.find(L'\0'))));
     std::ranges::replace_if(
         clean, [](wchar_t c) { return c >= 0xD800 && c < 0xE000; }, replacement);
-    return base::utf8(clean);
+    return clean;
 }
 
 AsfLayout layoutOf(std::uint32_t rate)

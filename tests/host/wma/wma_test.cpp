@@ -66,6 +66,14 @@ double likeness(std::string_view one, std::string_view other, std::size_t first,
     return ones > 0 && others > 0 ? both / std::sqrt(ones * others) : 0;
 }
 
+std::uint64_t field(const std::string& bytes, std::size_t offset)
+{
+    std::uint64_t value = 0;
+    for (std::size_t i = 8; i-- > 0;)
+        value = value << 8 | static_cast<unsigned char>(bytes[offset + i]);
+    return value;
+}
+
 struct Wma : testing::Test {
     FakeFileSystem files;
     test::FakeDiagnostics log;
@@ -176,6 +184,13 @@ TEST_F(Wma, tagsComeBackCharacterForCharacter)
     const auto read = readWmaFile(onDisk());
     EXPECT_EQ(std::tie(read->title, read->artist, read->album), std::tuple(L"Łódź 東京 😀", L"Ὀρφεύς", L"Ål\uFFFD"));
     EXPECT_EQ(std::tie(read->comment, read->genre, read->year), std::tuple(L" a \"b\"", L"Rock", L"1999"));
+
+    // Beside title and author the format has a place for the description, which is where most players look.
+    const std::string bytes = *files.contents(target);
+    const std::string wide(" \0a\0 \0\"\0b\0\"\0\0\0", 14);
+    const auto first = bytes.find(wide);
+    EXPECT_NE(bytes.find(wide, first + 1), std::string::npos);
+    EXPECT_EQ(field(bytes, 30 + 40), bytes.size()) << "the file's size in its header";
 
     encode(music(588));
     EXPECT_EQ(probe("format_tags"), "") << "none of anybody's";
