@@ -65,13 +65,13 @@ void write(std::span<std::byte> object, std::size_t offset, std::uint64_t value,
 std::vector<std::byte> wideBytes(std::wstring_view text)
 {
     std::vector<std::byte> bytes;
-    const auto add = [&bytes](std::uint32_t unit) {
+    const auto add = [&bytes](char32_t unit) {
         bytes.push_back(static_cast<std::byte>(unit & 0xFF));
         bytes.push_back(static_cast<std::byte>(unit >> 8 & 0xFF));
     };
-    constexpr std::uint32_t firstOfPairs = 0x10000;
+    constexpr char32_t firstOfPairs = 0x10000;
     for (const wchar_t character : text) {
-        const auto code = static_cast<std::uint32_t>(character);
+        const auto code = static_cast<char32_t>(character);
         if (code >= firstOfPairs) {
             add(0xD800 + ((code - firstOfPairs) >> 10 & 0x3FF));
             add(0xDC00 + ((code - firstOfPairs) & 0x3FF));
