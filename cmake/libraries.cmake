@@ -12,6 +12,7 @@ pkg_check_modules(SNDFILE REQUIRED IMPORTED_TARGET sndfile)
 pkg_check_modules(SDL2 REQUIRED sdl2)
 pkg_check_modules(DEFLATE REQUIRED IMPORTED_TARGET libdeflate)
 pkg_check_modules(TAGLIB REQUIRED IMPORTED_TARGET taglib)
+pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavformat libavcodec libavutil)
 # Of SDL only the headers: the library is loaded by the first sound.
 add_library(sdl_headers INTERFACE)
 target_include_directories(sdl_headers SYSTEM INTERFACE ${SDL2_INCLUDE_DIRS})

@@ -59,6 +59,11 @@ std::wstring grouped(std::int64_t number)
     return text;
 }
 
+std::wstring groupedDigits(std::int64_t number)
+{
+    return number == 0 ? digits(number) : grouped(number);
+}
+
 std::wstring hoursMinutesSeconds(std::int32_t seconds)
 {
     const std::int32_t hours = seconds / 3600;

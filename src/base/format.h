@@ -23,6 +23,9 @@ std::wstring twoDecimals(std::int64_t hundredths);
 /// Groups of three with commas, and no digit at all for 0: 1411200 is "1,411,200", 0 is "".
 std::wstring grouped(std::int64_t number);
 
+/// The same with one digit at least: 0 is "0".
+std::wstring groupedDigits(std::int64_t number);
+
 /// A play time in two-digit fields: "03:25" under an hour, else "01:03:25"; of the hours only the last two digits
 /// show.
 std::wstring hoursMinutesSeconds(std::int32_t seconds);

@@ -134,7 +134,7 @@ base::Result<EncoderChoice> chooseEncoder(Format format, const std::optional<std
                                           platform::Platform& platform)
 {
     EncoderChoice choice{std::wstring(format == Format::ogg ? oggencPath : lamePath)};
-    if (format == Format::wav)
+    if (!usesEncoder(format))
         return choice;
     std::string name = format == Format::ogg ? "oggenc" : "lame";
     if (asked) {

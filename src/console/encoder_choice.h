@@ -21,7 +21,7 @@ struct EncoderChoice {
 ///
 /// One that was asked for is linked into the program folder, so that only its own name tells its kind and no folder
 /// above it does; where a folder's name would have told another kind, the remark says so. Fails, with what to do, when
-/// there is no such program, it cannot be started, or it makes another format. A WAV run needs none.
+/// there is no such program, it cannot be started, or it makes another format. A run to WAV or WMA needs none.
 base::Result<EncoderChoice> chooseEncoder(Format format, const std::optional<std::string>& asked, RunHost& host,
                                           platform::Platform& platform);
 

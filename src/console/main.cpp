@@ -4,6 +4,7 @@
 #include "host/system/music_folder.h"
 #include "host/system/places.h"
 #include "host/tags/file_tags.h"
+#include "host/wma/wma_file.h"
 #include "platform/file_system.h"
 
 #include <csignal>
@@ -76,6 +77,10 @@ public:
     base::Result<platform::FileTags> readTags(const std::string& hostPath, platform::SoundReading reading) override
     {
         return host::readFileTags(hostPath, reading);
+    }
+    base::Result<platform::WmaFile> readWma(const std::string& hostPath) override
+    {
+        return host::readWmaFile(hostPath);
     }
 
 private:

@@ -18,6 +18,12 @@ enum class Folders { none, artist, album };                                     
 enum class Schedule { batch, single, turbo };
 enum class Method { normal, synchronous, burst, analog, digital2 }; ///< in the order of ripMethod
 
+/// Whether an encoder program makes the files, out of WAV files.
+constexpr bool usesEncoder(Format format)
+{
+    return format == Format::mp3 || format == Format::ogg;
+}
+
 /// Names that the user gives in place of the disc's.
 struct GivenNames {
     std::optional<std::wstring> artist{};

@@ -55,7 +55,8 @@ void declareRip(CLI::App& app, RipOptions& rip)
                        folderForms, [&rip](Folders value) { rip.folders = value; });
     addChoice<Schedule>(app, "-s,--schedule", "WHEN", "When tracks are encoded; without it the saved setting",
                         schedules, [&rip](Schedule value) { rip.schedule = value; });
-    addOption(app, "-b,--bitrate", "KBPS", "Bitrate of mp3, or the quality 0 to 10 of ogg; without it the saved one",
+    addOption(app, "-b,--bitrate", "KBPS",
+              "Bitrate of mp3 and wma, or the quality 0 to 10 of ogg; without it the saved one",
               [&rip](const std::string& text) {
                   rip.bitrate = wholeNumber(text);
                   const bool good =
@@ -89,8 +90,6 @@ void declareRip(CLI::App& app, RipOptions& rip)
 
 std::string problemOf(const RipOptions& rip)
 {
-    if (rip.format && !whyNotAvailable(*rip.format).empty())
-        return whyNotAvailable(*rip.format);
     if (rip.method == Method::analog)
         return fmt::format("--method: this way of reading is {}; leave it out for digital2", notAvailableYet);
     return {};
@@ -99,13 +98,6 @@ std::string problemOf(const RipOptions& rip)
 std::string_view formatName(Format format)
 {
     return std::find_if(formats.begin(), formats.end(), [format](const auto& w) { return w.value == format; })->text;
-}
-
-std::string whyNotAvailable(Format format)
-{
-    if (format != Format::wma)
-        return {};
-    return fmt::format("--format: {} is {}; use mp3, ogg or wav", formatName(format), notAvailableYet);
 }
 
 bool bitrateFits(int bitrate, Format format)

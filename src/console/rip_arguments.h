@@ -23,10 +23,6 @@ void declareRip(CLI::App& app, RipOptions& rip);
 /// What is wrong with options that are each right by themselves, or not there yet; empty when they can be carried out.
 std::string problemOf(const RipOptions& rip);
 
-/// Why `format` cannot be had in this version, or an empty text. For the format of the saved settings, which the
-/// command line does not show.
-std::string whyNotAvailable(Format format);
-
 /// As typed on the command line and shown: "mp3".
 std::string_view formatName(Format format);
 

@@ -15,11 +15,12 @@
 #include "disc/handover_file.h"
 #include "disc/handover_writer.h"
 #include "encode/encoder_kind.h"
-#include "engine/extraction_to_wav.h"
+#include "engine/track_stream.h"
 #include "platform/diagnostics.h"
 #include "platform/event_loop.h"
 #include "platform/file_system.h"
 #include "platform/processes.h"
+#include "platform/wma_encoder.h"
 #include "state/rip_settings_file.h"
 #include "state/settings_text.h"
 #include "state/suite_files.h"
@@ -229,7 +230,7 @@ void RipCommand::noteStep(std::string_view area, std::string_view text)
         return;
     if (text.starts_with(lead))
         session_->noteProblem(std::string(text.substr(lead.size())));
-    else if (area == platform::AcdControl::refusedArea)
+    else if (area == platform::AcdControl::refusedArea || area == platform::WmaEncoder::troubleArea)
         session_->noteProblem(std::string(text));
 }
 

@@ -6,6 +6,7 @@
 #include "console/wav_verdict.h"
 #include "encode/bitrates.h"
 #include "encode/commands.h"
+#include "engine/extraction_to_wma.h"
 #include "naming/file_name.h"
 #include "naming/nonasc.h"
 #include "naming/output_folder.h"
@@ -44,14 +45,30 @@ std::int64_t encodedBytes(Format format, const state::RipSettings& settings, dou
     // Nominal bits per second of Ogg Vorbis by quality; MP3 of variable bitrate is bounded by its highest rate.
     constexpr std::array<std::int32_t, 11> oggRates{64000,  80000,  96000,  112000, 128000, 160000,
                                                     192000, 224000, 256000, 320000, 500000};
-    constexpr std::int64_t headers = 8192;
+    constexpr std::int64_t headers = 16384;
     const auto index = static_cast<std::size_t>(settings.bitrateIndex);
     std::int32_t rate = encode::bitrates.back();
     if (format == Format::ogg)
         rate = oggRates[std::min(index, oggRates.size() - 1)];
-    else if (settings.highPriority != 1 && !encode::hasOwnSwitches(settings))
+    else if (format == Format::wma || (settings.highPriority != 1 && !encode::hasOwnSwitches(settings)))
         rate = encode::bitsPerSecond(settings.bitrateIndex).value_or(rate);
     return static_cast<std::int64_t>(seconds * rate / 8) + headers;
+}
+
+/// What the reading of a track writes: its WAV file, or the WMA file itself.
+const std::string& hostPathOfFirst(const RipPlan& plan, const PlannedTrack& track)
+{
+    return plan.format == Format::wma ? track.hostPath : track.wavHostPath;
+}
+
+PlannedFile firstFile(const RipPlan& plan, const PlannedTrack& track, platform::FileSystem& files)
+{
+    const bool wma = plan.format == Format::wma;
+    const std::wstring& path = wma ? track.path : track.wavPath;
+    return {.track = track.track.number,
+            .path = path,
+            .bytes = wma ? track.encodedBytes : wavFileBytes(track.soundBytes),
+            .existing = files.length(path)};
 }
 
 }
@@ -63,11 +80,12 @@ RipPlan makePlan(Format format, const std::vector<std::size_t>& rows, const plat
     state::RunInHand run;
     run.destFolder = naming::outputFolder(settings, disc);
     RipPlan plan{.folder = files.hostPath(run.destFolder), .format = format, .tracks = {}};
-    plan.wavsPileUp = settings.deleteWav != 1 || settings.encodeSingle != 1 || settings.turboMode == 1;
+    plan.wavsPileUp =
+        !usesEncoder(format) || settings.deleteWav != 1 || settings.encodeSingle != 1 || settings.turboMode == 1;
     const bool batch = settings.encodeSingle != 1;
     // Whose WAV files are looked for again by their names, after they were made.
-    const bool looksAgain = format != Format::wav && (batch || (settings.turboMode == 1 && settings.deleteWav == 1));
-    plan.oneByOne = format != Format::wav && batch && encode::batchIsUnsafe(settings);
+    const bool looksAgain = usesEncoder(format) && (batch || (settings.turboMode == 1 && settings.deleteWav == 1));
+    plan.oneByOne = usesEncoder(format) && batch && encode::batchIsUnsafe(settings);
     for (const std::size_t row : rows) {
         PlannedTrack planned;
         planned.row = static_cast<std::int32_t>(row);
@@ -80,10 +98,12 @@ RipPlan makePlan(Format format, const std::vector<std::size_t>& rows, const plat
         planned.wavPath = naming::joined(run.destFolder, run.currentName + L".wav");
         planned.wavHostPath = files.hostPath(planned.wavPath);
         planned.path = planned.wavPath;
-        if (format != Format::wav) {
+        if (format == Format::wma)
+            planned.path = engine::wmaPath(planned.wavPath);
+        else if (format != Format::wav)
             planned.path = encodedPath(format, settings, run);
+        if (format != Format::wav)
             planned.encodedBytes = encodedBytes(format, settings, playSeconds(planned.soundBytes));
-        }
         planned.hostPath = files.hostPath(planned.path);
         plan.tracks.push_back(std::move(planned));
     }
@@ -102,11 +122,11 @@ std::vector<std::string> sourceProblems(const RipPlan& plan, const std::string& 
 
     std::vector<std::string> problems;
     for (const PlannedTrack& track : plan.tracks) {
-        const std::filesystem::path output(track.wavHostPath);
+        const std::filesystem::path output(hostPathOfFirst(plan, track));
         std::error_code ignored;
         const std::wstring name = base::upper(base::fromHostBytes(output.filename().string()));
         if (std::filesystem::exists(output, ignored) && sheet.find(name) != std::wstring::npos)
-            problems.push_back("track " + std::to_string(track.track.number) + ": " + track.wavHostPath +
+            problems.push_back("track " + std::to_string(track.track.number) + ": " + output.string() +
                                " is named by the disc image itself; choose another output folder or other names");
     }
     return problems;
@@ -117,10 +137,7 @@ std::vector<std::string> problemsOf(const RipPlan& plan, platform::FileSystem& f
     std::vector<PlannedFile> planned;
     planned.reserve(plan.tracks.size());
     for (const PlannedTrack& track : plan.tracks)
-        planned.push_back({.track = track.track.number,
-                           .path = track.wavPath,
-                           .bytes = wavFileBytes(track.soundBytes),
-                           .existing = files.length(track.wavPath)});
+        planned.push_back(firstFile(plan, track, files));
     std::vector<std::string> problems = sameFileProblems(planned);
     for (std::string& problem : longNameProblems(planned))
         problems.push_back(std::move(problem));
@@ -130,10 +147,12 @@ std::vector<std::string> problemsOf(const RipPlan& plan, platform::FileSystem& f
     const auto free = freeBytes(plan.folder);
     if (!free)
         return {base::describe(free.failure())};
+    // A WMA file is the first and the only one of its track.
+    const bool onTop = plan.format != Format::wma;
     const auto encoded = std::accumulate(plan.tracks.begin(), plan.tracks.end(), std::int64_t{0},
                                          [](std::int64_t sum, const auto& track) { return sum + track.encodedBytes; });
-    const std::int64_t wavs = plan.wavsPileUp ? bytesToCome(planned) : largestToCome(planned);
-    if (auto problem = spaceProblem(plan.folder, wavs + encoded, *free))
+    const std::int64_t first = plan.wavsPileUp ? bytesToCome(planned) : largestToCome(planned);
+    if (auto problem = spaceProblem(plan.folder, onTop ? first + encoded : first, *free))
         return {std::move(*problem)};
     if (const base::Status made = prepareFolder(plan.folder); !made)
         return {base::describe(made.failure())};

@@ -23,14 +23,14 @@ struct PlannedTrack {
     std::wstring path;       ///< of the file that the user asked for
     std::string hostPath;
     std::int64_t soundBytes = 0;   ///< to be read: of the whole track, unless only a part is wanted
-    std::int64_t encodedBytes = 0; ///< of an encoded file, guessed; 0 when nothing is encoded
+    std::int64_t encodedBytes = 0; ///< of an MP3, Ogg or WMA file, guessed; else 0
 };
 
 /// What a run is going to do, as the names and settings of the started program have it.
 struct RipPlan {
     std::string folder; ///< host path of the folder that the files go to
     Format format = Format::wav;
-    bool wavsPileUp = false; ///< the WAV files of all tracks are there at one time
+    bool wavsPileUp = false; ///< what reading the tracks writes is all there at one time
     /// WAV files would not be found again, since a title of one letter gives its file another name, or the encoder's
     /// batch is unsafe. One track at a time the run makes the same files.
     bool oneByOne = false;

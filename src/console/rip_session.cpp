@@ -48,7 +48,7 @@ RunEnd RipSession::run()
         if (text != L"Encoding")
             return;
         if (inHand_)
-            judge_.judgeWav(*inHand_);
+            judge_.judgeWritten(*inHand_);
         if (program_.state().settings.encodeSingle != 1)
             trackLeavesHand();
     });
@@ -91,7 +91,7 @@ void RipSession::trackLeavesHand()
     if (!inHand_)
         return;
     const std::size_t planned = *inHand_;
-    judge_.judgeWav(planned);
+    judge_.judgeWritten(planned);
     records_[planned].taken = platform_.clock.now() - trackStarted_;
     playSecondsDone_ += playSeconds(plan_.tracks[planned].soundBytes);
     inHand_.reset();
@@ -179,8 +179,8 @@ void RipSession::breakOff(const std::string& why)
         TrackRecord& record = records_[*inHand_];
         record.taken = platform_.clock.now() - trackStarted_;
         // In the middle of its encoding the WAV file was judged already.
-        if (!record.wav)
-            record.wav = WavVerdict{false, "unfinished: " + why};
+        if (!record.written)
+            record.written = FileVerdict{false, "unfinished: " + why};
         inHand_.reset();
     }
     tellRest();
@@ -196,7 +196,8 @@ void RipSession::noteProblem(std::string text)
 
 void RipSession::decodeEnded(const platform::DecodeReport& report)
 {
-    if (inHand_)
+    // A stream that an earlier track has left open ends with the one after it.
+    if (inHand_ && report.track == plan_.tracks[*inHand_].row)
         records_[*inHand_].report = report;
 }
 

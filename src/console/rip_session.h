@@ -19,8 +19,8 @@ class RunHost;
 class RunProcesses;
 
 /// Carries out a planned run on a started program, by pressing its keys, and tells a view what happens: it watches the
-/// main window's displays as a person does. A WAV file is judged when its track is done, encoded files when the last
-/// encoder has ended and all tags are written.
+/// main window's displays as a person does. A WAV or WMA file is judged when its track is done, encoded files when the
+/// last encoder has ended and all tags are written.
 class RipSession {
 public:
     RipSession(app::Program& program, platform::Platform platform, RunProcesses& processes, RunHost& host,

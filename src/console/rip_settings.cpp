@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "console/rip_arguments.h"
+#include "encode/bitrates.h"
 #include "encode/encoder_kind.h"
 
 #include <fmt/format.h>
@@ -41,23 +42,40 @@ void takeBitrate(state::RipSettings& settings, const RipOptions& options, Format
         settings.bitrateIndex = 0;
 }
 
+/// WMA files are made by the audio engine while it reads, so what belongs to an encoder program or to another way of
+/// reading has no place.
+std::string problemWithWma(const RipOptions& options)
+{
+    const std::array notThere{
+        std::pair{"--schedule", options.schedule.has_value()}, std::pair{"--encoder", options.encoder.has_value()},
+        std::pair{"--encoder-options", options.encoderOptions.has_value()}, std::pair{"--keep-wav", options.keepWav}};
+    for (const auto& [name, given] : notThere)
+        if (given)
+            return fmt::format("{}: WMA files are made without an encoder program and without a WAV file", name);
+    if (options.method != Method::digital2)
+        return "--method: only digital2 makes WMA files; leave it out";
+    if (options.program)
+        return "--program: a run that makes WMA files writes no program file; use mp3, ogg or wav";
+    return {};
+}
+
 /// What is wrong with options that each are right by themselves, once the format is known; empty when nothing is.
 std::string problemWith(Format format, const RipOptions& options)
 {
-    if (std::string missing = whyNotAvailable(format); !missing.empty())
-        return missing;
     const auto firstOf = [](const auto& candidates) -> const char* {
         for (const auto& [name, given] : candidates)
             if (given)
                 return name;
         return nullptr;
     };
+    if (std::string problem = problemWithWma(options); format == Format::wma && !problem.empty())
+        return problem;
     const std::array encodedOnly{std::pair{"--bitrate", options.bitrate.has_value()},
                                  std::pair{"--schedule", options.schedule.has_value()},
                                  std::pair{"--encoder", options.encoder.has_value()},
                                  std::pair{"--encoder-options", options.encoderOptions.has_value()}};
     if (const char* name = firstOf(encodedOnly); name != nullptr && format == Format::wav)
-        return fmt::format("{}: WAV files are not encoded; say --format mp3 or ogg", name);
+        return fmt::format("{}: WAV files are not encoded; say --format mp3, ogg or wma", name);
     if (options.bitrate && !bitrateFits(*options.bitrate, format))
         return fmt::format("--bitrate: {} does not fit the format {}", *options.bitrate, formatName(format));
     const std::array mp3Only{std::pair{"--vbr", options.vbrQuality.has_value()}, std::pair{"--mono", options.mono},
@@ -100,16 +118,19 @@ base::Result<state::RipSettings> settingsForRun(const state::RipSettings& saved,
     settings.autoClose = 0;
     settings.autoSelectAll = 0;
     settings.minimizeWhileEncoding = 0;
-    settings.ripToWma = 0;
+    settings.ripToWma = format == Format::wma ? 1 : 0;
     settings.encoderPath = places.encoder;
     settings.encoderCmdLine = base::fromHostBytes(options.encoderOptions.value_or(""));
     settings.encoderFileExt.clear();
-    settings.encodeWanted = format == Format::wav ? 0 : 1;
-    settings.deleteWav = format == Format::wav || options.keepWav ? 0 : 1;
+    settings.encodeWanted = usesEncoder(format) ? 1 : 0;
+    settings.deleteWav = usesEncoder(format) && !options.keepWav ? 1 : 0;
     settings.crcCheck = options.crc ? 1 : 0;
     settings.stereo = options.mono ? 0 : 1;
     takeSchedule(settings, options.schedule);
     takeBitrate(settings, options, format);
+    if (format == Format::wma && !encode::bitsPerSecond(settings.bitrateIndex))
+        return base::Failure{base::Failure::Kind::invalid, "--bitrate",
+                             "the saved setting is no rate of WMA files; name one, as --bitrate 128"};
     return settings;
 }
 

@@ -5,6 +5,7 @@
 #include "platform/file_tags.h"
 #include "platform/machine_programs.h"
 #include "platform/platform.h"
+#include "platform/wma_file.h"
 
 #include <functional>
 #include <string>
@@ -51,6 +52,9 @@ public:
 
     /// What a sound file says of itself. Fails when it is no plain file or cannot be read.
     virtual base::Result<platform::FileTags> readTags(const std::string& hostPath, platform::SoundReading reading) = 0;
+
+    /// What a WMA file says of itself. Fails when there is none or it cannot be read.
+    virtual base::Result<platform::WmaFile> readWma(const std::string& hostPath) = 0;
 };
 
 }

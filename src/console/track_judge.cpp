@@ -4,6 +4,7 @@
 #include "console/judged_file.h"
 #include "console/run_host.h"
 #include "console/run_processes.h"
+#include "console/wav_verdict.h"
 #include "encode/commands.h"
 #include "encode/encoder_kind.h"
 
@@ -38,16 +39,40 @@ void TrackJudge::runBegins()
     begunAt_ = fileTimeNow(plan_.folder);
 }
 
-void TrackJudge::judgeWav(std::size_t planned)
+void TrackJudge::judgeWritten(std::size_t planned)
 {
     TrackRecord& record = records_[planned];
-    if (record.wav)
+    if (record.written)
         return;
+    if (std::string text = whyNotRead(record, plan_.tracks[planned].row); !text.empty())
+        record.written = FileVerdict{false, std::move(text)};
+    else
+        record.written = verdictOnWritten(planned);
+}
+
+FileVerdict TrackJudge::verdictOnWritten(std::size_t planned)
+{
     const PlannedTrack& track = plan_.tracks[planned];
-    record.wav = console::judgeWav(track.wavHostPath, {.sampleBytes = track.soundBytes,
-                                                       .bytesRead = record.report ? record.report->bytesDelivered : 0});
-    if (std::string text = whyNotRead(record, track.row); !text.empty())
-        record.wav = WavVerdict{false, std::move(text)};
+    const std::optional<platform::DecodeReport>& report = records_[planned].report;
+    if (plan_.format == Format::wma)
+        return judgeWma(track.hostPath, wmaExpectationOf(planned),
+                        [this](const std::string& path) { return host_.readWma(path); });
+    return judgeWav(track.wavHostPath,
+                    {.sampleBytes = track.soundBytes, .bytesRead = report ? report->bytesDelivered : 0});
+}
+
+/// The boxes of the engine's form have what was handed to the encoder; the one of the title, for the track in hand.
+WmaExpectation TrackJudge::wmaExpectationOf(std::size_t planned)
+{
+    const auto& boxes = program_.forms().cdrip1().txtWMATags;
+    return {.playSeconds = playSeconds(plan_.tracks[planned].soundBytes),
+            .runBegan = begunAt_,
+            .title = boxes[state::wmaTitle].text,
+            .artist = boxes[state::wmaAuthor].text,
+            .album = boxes[state::wmaAlbum].text,
+            .genre = boxes[state::wmaGenre].text,
+            .comment = boxes[state::wmaDescription].text,
+            .year = boxes[state::wmaYear].text};
 }
 
 void TrackJudge::encoderEnded(platform::Processes::Child child)
@@ -80,8 +105,8 @@ TrackVerdict TrackJudge::verdictOn(std::size_t planned)
                          .taken = record.taken};
     if (record.report)
         verdict.crc = record.report->crc32;
-    verdict.whole = record.wav && record.wav->whole;
-    verdict.text = record.wav ? record.wav->text : "unfinished";
+    verdict.whole = record.written && record.written->whole;
+    verdict.text = record.written ? record.written->text : "unfinished";
     if (record.report && verdict.whole)
         verdict.troubles = record.report->troubles;
     if (!encodes() || !verdict.whole) {

@@ -5,6 +5,7 @@
 #include "console/rip_plan.h"
 #include "console/rip_view.h"
 #include "console/track_record.h"
+#include "console/wma_verdict.h"
 #include "platform/clock.h"
 #include "platform/platform.h"
 #include "platform/processes.h"
@@ -28,8 +29,9 @@ public:
     /// To be called before the run makes its first file: what is older is not the run's.
     void runBegins();
 
-    /// Looks at the WAV file of a track, once; it may be gone when its encoder has ended.
-    void judgeWav(std::size_t planned);
+    /// Looks, once, at the file that was written while a track was read: its WAV file, which may be gone when its
+    /// encoder has ended, or its WMA file.
+    void judgeWritten(std::size_t planned);
 
     /// Notes whether the encoder, just ended, has written its file.
     void encoderEnded(platform::Processes::Child child);
@@ -42,10 +44,12 @@ public:
 
     TrackVerdict verdictOn(std::size_t planned);
 
-    /// Whether files are encoded at all.
-    bool encodes() const { return plan_.format != Format::wav; }
+    /// Whether encoder programs are at work at all.
+    bool encodes() const { return usesEncoder(plan_.format); }
 
 private:
+    FileVerdict verdictOnWritten(std::size_t planned);
+    WmaExpectation wmaExpectationOf(std::size_t planned);
     EncodedExpectation expectationOf(std::size_t planned) const;
 
     app::Program& program_;

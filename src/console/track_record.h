@@ -1,7 +1,7 @@
 #pragma once
 
+#include "console/file_verdict.h"
 #include "console/rip_view.h"
-#include "console/wav_verdict.h"
 #include "platform/decode_report.h"
 #include "platform/processes.h"
 
@@ -18,7 +18,7 @@ struct TrackRecord {
     Seconds taken{0};
     std::optional<platform::DecodeReport> report{};      ///< of its reading
     std::string problem{};                               ///< what went wrong last while it was in hand
-    std::optional<WavVerdict> wav{};                     ///< from when its WAV file was done
+    std::optional<FileVerdict> written{};                ///< on the WAV or WMA file, from when it was done
     std::optional<platform::Processes::Child> encoder{}; ///< 0: could not be started; nothing: none was
     bool unwritten = false; ///< when its encoder had ended, its file was older than the run, or not there
 };

@@ -55,14 +55,14 @@ std::string headerProblem(const base::WaveHeaderBytes& header, std::int64_t samp
     return {};
 }
 
-WavVerdict broken(std::string text)
+FileVerdict broken(std::string text)
 {
     return {false, std::move(text)};
 }
 
 }
 
-WavVerdict judgeWav(const std::filesystem::path& path, const WavExpectation& expected)
+FileVerdict judgeWav(const std::filesystem::path& path, const WavExpectation& expected)
 {
     const JudgedFile file(path.string());
     if (!file.problem().empty())

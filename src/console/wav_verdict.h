@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/wav_header.h"
+#include "console/file_verdict.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -14,17 +15,12 @@ struct WavExpectation {
     std::int64_t bytesRead = 0;   ///< that the reader delivered while this file was written
 };
 
-struct WavVerdict {
-    bool whole = false;
-    std::string text{}; ///< what is wrong, without the file's name; for a whole file a remark, mostly empty
-};
-
 /// Looks at the finished file and tells whether it is whole: a canonical 44-byte header (RIFF WAVE, PCM, 44100 Hz,
 /// 16 bits, two channels) whose sizes are the track's, and as many sample bytes behind it. Any program plays a file
 /// with a foreign tail right, so that counts as whole and is only remarked on.
 ///
 /// Reads 44 bytes. Never fails; a file that cannot be read is not whole.
-WavVerdict judgeWav(const std::filesystem::path& file, const WavExpectation& expected);
+FileVerdict judgeWav(const std::filesystem::path& file, const WavExpectation& expected);
 
 /// A WAV file of that many sample bytes, header included.
 constexpr std::int64_t wavFileBytes(std::int64_t sampleBytes)

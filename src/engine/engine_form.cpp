@@ -1,9 +1,12 @@
 #include "engine/engine_form.h"
 
+#include "base/format.h"
 #include "base/numbers.h"
 #include "base/red_book.h"
 #include "base/text.h"
+#include "engine/error_reporters.h"
 #include "engine/extraction_to_wav.h"
+#include "engine/extraction_to_wma.h"
 
 namespace tonquay::engine {
 
@@ -30,6 +33,7 @@ EngineForm::EngineForm(state::AppState& state, state::Forms& forms, platform::Pl
                .form = forms.controlsOf<state::Cdrip1Controls>(),
                .ripdeck = forms.ripdeck(),
                .engine = platform.engine,
+               .wma = platform.wma,
                .loop = platform.loop,
                .dialogs = platform.dialogs,
                .files = platform.files,
@@ -59,7 +63,7 @@ void EngineForm::load()
     engine.BASS_Init(defaultDevice, frequency, 0, 0, 0);
     listDrives();
     LoadWMAEncoderRates();
-    wmaTagKeys_ = split(L"Title,Author,WM/AlbumTitle,Description,Rating,Copyright,WM/Genre,WM/Year", L',');
+    context_.wmaTagKeys = split(L"Title,Author,WM/AlbumTitle,Description,Rating,Copyright,WM/Genre,WM/Year", L',');
     const auto startVolume = [&engine] {
         return -static_cast<std::int32_t>(base::roundHalfEven(static_cast<double>(engine.BASS_GetVolume())));
     };
@@ -85,6 +89,23 @@ void EngineForm::listDrives()
     if (form.cmbCDDrives.rowCount() > 0)
         form.cmbCDDrives.setIndex(0);
     context_.lastDriveIndex = drives - 1;
+}
+
+/// One row for each rate that the encoder offers; the first one is chosen.
+void EngineForm::LoadWMAEncoderRates()
+{
+    constexpr double bitsPerKilobit = 1000;
+    const std::vector<std::uint32_t> rates =
+        context_.wma.BASS_WMA_EncodeGetRates(base::red_book::samplesPerSecond, base::red_book::channels, 0);
+    if (rates.empty()) {
+        ReportEngineError(context_.log, L"Error: Can't find a codec", context_.wma.BASS_ErrorGetCode());
+        return;
+    }
+    controls::ComboBox& list = context_.form.cmbWMAEncodingBitrate;
+    for (const std::uint32_t rate : rates)
+        list.add(base::groupedDigits(static_cast<std::int64_t>(base::roundHalfEven(rate / bitsPerKilobit))) + L" Kbps",
+                 static_cast<std::int32_t>(rate));
+    list.setIndex(0);
 }
 
 void EngineForm::hideSliderToolTips()

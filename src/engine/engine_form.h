@@ -8,8 +8,6 @@
 #include "state/forms.h"
 
 #include <cstdint>
-#include <string>
-#include <vector>
 
 namespace tonquay::engine {
 
@@ -33,8 +31,7 @@ private:
     void load();
     void close();
     void listDrives();
-    /// No rate is offered until WMA files can be made.
-    void LoadWMAEncoderRates() {}
+    void LoadWMAEncoderRates();
     void hideSliderToolTips();
     void SetTrackListTabs() { context_.form.trackListTabsSet = true; }
     void wireButtons();
@@ -45,7 +42,6 @@ private:
     Playback playback_;
     DriveInfo driveInfo_;
     PositionTimer positionTimer_;
-    std::vector<std::wstring> wmaTagKeys_;
 };
 
 }

@@ -1,20 +1,17 @@
 #include "engine/extraction_to_wav.h"
 
 #include "base/text.h"
-#include "engine/error_reporters.h"
+#include "engine/track_stream.h"
 #include "platform/wav_file.h"
 
 #include <algorithm>
-#include <memory>
-#include <vector>
+#include <utility>
 
 namespace tonquay::engine {
 
 using platform::AudioEngine;
 
 namespace {
-
-constexpr std::size_t blockBytes = 20000;
 
 base::WaveFormat streamFormat(EngineContext& c)
 {
@@ -29,22 +26,24 @@ base::WaveFormat streamFormat(EngineContext& c)
     return format;
 }
 
+base::Failure failure(EngineContext& c, base::Failure::Kind kind, const char* text)
+{
+    return {kind, base::utf8(c.state.run.ripTargetPath), text};
+}
+
 /// Copies the stream into the file to its end. `bytesWritten` follows the stream's position.
 base::Status copyStream(EngineContext& c, platform::WavFile& file, std::int64_t& bytesWritten)
 {
-    std::vector<std::byte> extractBuffer(blockBytes);
-    while (c.engine.BASS_ChannelIsActive(c.stream()) != AudioEngine::stopped) {
-        const std::int32_t n = c.engine.BASS_ChannelGetData(c.stream(), extractBuffer);
-        if (n <= 0)
-            return base::Failure{base::Failure::Kind::unreadable, base::utf8(c.state.run.ripTargetPath),
-                                 "the disc gave no more data"};
-        const auto block = std::span(extractBuffer).first(static_cast<std::size_t>(n));
-        if (auto written = file.write(block); !written)
-            return written;
-        bytesWritten = c.engine.BASS_ChannelGetPosition(c.stream(), 0);
-        c.loop.pass();
-    }
-    return {};
+    base::Status written;
+    const StreamEnd end = forEachBlock(c, [&](std::span<const std::byte> block) {
+        written = file.write(block);
+        if (written)
+            bytesWritten = c.engine.BASS_ChannelGetPosition(c.stream(), 0);
+        return static_cast<bool>(written);
+    });
+    if (end == StreamEnd::noData)
+        return failure(c, base::Failure::Kind::unreadable, "the disc gave no more data");
+    return written;
 }
 
 base::Status writeTrack(EngineContext& c)
@@ -60,8 +59,7 @@ base::Status writeTrack(EngineContext& c)
     if (auto copied = copyStream(c, file, bytesWritten); !copied)
         return copied;
     if (bytesWritten != length)
-        return base::Failure{base::Failure::Kind::other, base::utf8(c.state.run.ripTargetPath),
-                             "the track was ended before its last byte"};
+        return failure(c, base::Failure::Kind::other, "the track was ended before its last byte");
     c.engine.BASS_ChannelStop(c.stream());
     c.engine.BASS_StreamFree(c.stream());
     return file.finish(bytesWritten);
@@ -71,35 +69,16 @@ base::Status writeTrack(EngineContext& c)
 
 void ExtractAudioTrackToWav(EngineContext& c, std::int32_t track)
 {
-    if (c.extracting) {
-        ReportEngineError(c.log, L"Another extraction is in hand; left out: track", track + 1);
+    if (!mayExtract(c, track))
         return;
-    }
     const std::uint32_t drive = c.engineDrive;
-    c.stir();
-    c.dialogs.setPointer(platform::Dialogs::Pointer::busy);
-    c.engine.BASS_CD_Door(drive, AudioEngine::lockDoor);
-    c.state.engine.audioStream = c.engine.BASS_CD_StreamCreate(drive, track, AudioEngine::BASS_STREAM_DECODE);
-    if (c.stream() != 0) {
+    if (openTrackStream(c, drive, track)) {
         c.form.form.enabled = false;
-        c.extracting = true;
+        const ExtractionInHand inHand(c);
         passOver(c.log, writeTrack(c), extractionStep);
-        c.extracting = false;
-    } else {
-        ReportEngineError(c.log, L"No stream for track", track + 1);
     }
-    c.engine.BASS_CD_Door(drive, AudioEngine::unlockDoor);
-    if (c.stream() != 0) {
-        c.engine.BASS_ChannelStop(c.stream());
-        c.engine.BASS_StreamFree(c.stream());
-    }
-    c.dialogs.setPointer(platform::Dialogs::Pointer::normal);
-    c.form.form.enabled = true;
-}
-
-void ExtractAudioTrackToWMA(EngineContext& c, std::int32_t, std::int32_t)
-{
-    c.log.line("engine", "WMA files cannot be made yet; the track is left out");
+    closeTrackStream(c, drive);
+    showNoExtraction(c);
 }
 
 }

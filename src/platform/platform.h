@@ -13,6 +13,7 @@ class HelpViewer;
 class Processes;
 class SettingsStore;
 class SystemInfo;
+class WmaEncoder;
 
 /// Everything that the program asks of the world, handed to it in one piece. All of it outlives the program.
 struct Platform {
@@ -22,6 +23,7 @@ struct Platform {
     Clock& clock;
     Dialogs& dialogs;
     AudioEngine& engine;
+    WmaEncoder& wma;
     AcdControl& acd;
     SettingsStore& settings;
     SystemInfo& system;

@@ -31,6 +31,7 @@ Cdrip1Controls::Cdrip1Controls()
     form.design = [this] { resetToDesign(); };
     optExtractMode[0].caption = L"&WAV File";
     optExtractMode[1].caption = L"W&MA File";
+    chkWMAFileTags.caption = L"WMA File Tags";
     for (std::size_t i = 0; i < flagCaptions.size(); ++i)
         chkRWFlags[i].caption = flagCaptions[i];
     resetToDesign();
@@ -54,10 +55,10 @@ void Cdrip1Controls::resetToDesign()
         cmdButton[i].caption = buttonCaptions[i];
         cmdButton[i].enabled = true;
     }
-    optExtractMode[0].setValue(true);
-    optExtractMode[1].setValue(false);
-    picWMAExtractOptionsVisible = false;
-    chkWMAFileTags.setValue(0);
+    optExtractMode[0].setValue(false);
+    optExtractMode[1].setValue(true);
+    picWMAExtractOptionsVisible = true;
+    chkWMAFileTags.setValue(1);
     for (controls::CheckBox& flag : chkRWFlags)
         flag.setValue(0);
     for (controls::Slider* slider : {&SliderVolume, &SliderBalance, &SliderPosition})

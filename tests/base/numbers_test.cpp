@@ -115,6 +115,7 @@ TEST(Format, eachFormatByWhatItIsFor)
         {"grouped short", grouped(999), L"999"},
         {"grouped four", grouped(1000), L"1,000"},
         {"grouped none", grouped(0), L""},
+        {"grouped with a digit", groupedDigits(0), L"0"},
         {"grouped negative", grouped(-123456), L"-123,456"},
         {"minutes", hoursMinutesSeconds(205), L"03:25"},
         {"no time", hoursMinutesSeconds(0), L"00:00"},

@@ -78,7 +78,43 @@ TEST(RipSettings, theFormatIsTheSavedOneUntilItIsGiven)
     EXPECT_EQ(formatOf(saved, {}), Format::ogg);
     saved.ripToWma = 1;
     EXPECT_EQ(formatOf(saved, {}), Format::wma);
-    EXPECT_FALSE(settingsForRun(saved, {}, {}));
+    EXPECT_EQ(settingsForRun(saved, {}, {})->ripToWma, 1);
+    EXPECT_EQ(settingsForRun(saved, optionsOf({"-f", "mp3"}), {})->ripToWma, 0);
+}
+
+TEST(RipSettings, aRunToWmaTakesARateAndNothingOfEncodersAndOtherWaysOfReading)
+{
+    state::RipSettings saved;
+    saved.deleteWav = 1;
+    const auto settings = settingsForRun(saved, optionsOf({"-f", "wma", "-b", "192"}), {});
+    ASSERT_TRUE(settings);
+    EXPECT_EQ(settings->bitrateIndex, 10);
+    EXPECT_EQ(settings->encodeWanted, 0);
+    const std::vector<std::string> refused[] = {
+        {"-s", "single"},
+        {"--encoder", "lame"},
+        {"--encoder-options", "-h"},
+        {"--keep-wav"},
+        {"--vbr", "2"},
+        {"--method", "burst"},
+        {"--program"},
+        {"--mono"},
+        {"-b", "6"},
+    };
+    for (std::vector<std::string> options : refused) {
+        const std::string name = options.front();
+        options.insert(options.end(), {"-f", "wma"});
+        const auto given = settingsForRun(saved, optionsOf(options), {});
+        ASSERT_FALSE(given) << name;
+        EXPECT_NE(given.failure().text.find(name == "-s"   ? "--schedule"
+                                            : name == "-b" ? "--bitrate"
+                                                           : name),
+                  std::string::npos)
+            << given.failure().text;
+    }
+    saved.bitrateIndex = 14;
+    EXPECT_FALSE(settingsForRun(saved, optionsOf({"-f", "wma"}), {})) << "an edited settings file";
+    EXPECT_TRUE(settingsForRun(saved, optionsOf({"-f", "wma", "-b", "32"}), {}));
 }
 
 }

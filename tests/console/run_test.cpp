@@ -67,6 +67,10 @@ struct World {
             {
                 return base::Failure{base::Failure::Kind::notFound, path, "there are no files here"};
             }
+            base::Result<platform::WmaFile> readWma(const std::string& path) override
+            {
+                return base::Failure{base::Failure::Kind::notFound, path, "there are no files here"};
+            }
             World& world;
         };
         return console::run(arguments, screen, [this](const DiscChoice& made) -> base::Result<std::unique_ptr<Host>> {

@@ -101,7 +101,7 @@ TEST_F(WavVerdictTest, brokenFilesAreToldFromWholeOnes)
     for (const auto& c : cases) {
         const fs::path file = folder / "t.wav";
         std::ofstream(file, std::ios::binary | std::ios::trunc) << c.bytes;
-        const WavVerdict verdict = judgeWav(file, c.expected);
+        const FileVerdict verdict = judgeWav(file, c.expected);
         EXPECT_EQ(verdict.whole, c.whole) << c.what << ": " << verdict.text;
         EXPECT_THAT(verdict.text, testing::HasSubstr(c.says)) << c.what;
         EXPECT_EQ(verdict.text.empty(), *c.says == '\0') << c.what << ": " << verdict.text;

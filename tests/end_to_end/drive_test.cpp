@@ -159,6 +159,49 @@ TEST(Drive, withoutADiscToReadTellsWhatToDo)
     EXPECT_THAT(ended.err, HasSubstr("holds data only"));
 }
 
+TEST(Drive, theListTellsWhatADriveCanDoAndWhyItGivesNoDisc)
+{
+    struct Case {
+        const char* lines;
+        const char* problem; ///< its first words; empty: an audio disc is in
+    };
+    const std::vector<Case> cases{
+        {"", ""},
+        {"fault denied\n", "no-permission: No permission to read /dev/sr0, which the group"},
+        {"fault busy\n", "busy: Another program holds /dev/sr0"},
+        {"door open\n", "tray-open: The door is open"},
+        {"medium out\n", "no-disc: No disc is in"},
+    };
+    const auto listed = [](const Sandbox& box, const SimulatedDisc& disc) {
+        const Ended ended = box.run({"drives", "--json"}, disc.variables());
+        EXPECT_EQ(ended.status, 0) << ended.all();
+        return nlohmann::json::parse(ended.out).at(0);
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.problem);
+        const Sandbox box;
+        const SimulatedDisc disc(box, plainDisc(1, 10), std::string("device /dev/sr0\nvendor ACME\n") + c.lines);
+        const auto drive = listed(box, disc);
+        EXPECT_EQ(drive.at("disc"), *c.problem == '\0');
+        EXPECT_EQ(drive.at("problem").is_null(), *c.problem == '\0');
+        if (*c.problem != '\0') {
+            EXPECT_THAT(drive.at("problem").get<std::string>(), testing::StartsWith(c.problem));
+        }
+        if (std::string(c.lines).find("fault") == std::string::npos) {
+            EXPECT_EQ(drive.at("vendor"), "ACME");
+            EXPECT_EQ(drive.at("max_speed_kbps"), 8467);
+            EXPECT_EQ(drive.at("cache_kb"), 2048);
+            for (const auto& [ability, has] : drive.at("capabilities").items())
+                EXPECT_TRUE(has.get<bool>()) << ability;
+        }
+    }
+    const Sandbox box;
+    DiscPlan data = plainDisc(1, 10);
+    data.tracks[0].audio = false;
+    const SimulatedDisc disc(box, data, "device /dev/sr0\n");
+    EXPECT_THAT(listed(box, disc).at("problem").get<std::string>(), testing::StartsWith("data-disc: "));
+}
+
 TEST(Stop, finishesTheTrackInHandAndLeavesOutTheRest)
 {
     const Sandbox box;

@@ -326,9 +326,6 @@ TEST_F(Engine, driveInfoKeyTogglesTheWidth)
     form.cmdButton[state::engineDriveInfo].press();
     EXPECT_EQ(form.form.width.get(), 11490);
     EXPECT_EQ(form.cmdButton[state::engineDriveInfo].caption.get(), L"&Drive Info <<");
-    form.optExtractMode[1].setValue(true);
-    EXPECT_TRUE(form.picWMAExtractOptionsVisible);
-    EXPECT_FALSE(form.optExtractMode[0].value());
 }
 
 TEST_F(Engine, closingUnlocksEveryDrive)

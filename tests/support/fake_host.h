@@ -13,6 +13,7 @@
 #include "support/fake_processes.h"
 #include "support/fake_settings_store.h"
 #include "support/fake_system_info.h"
+#include "support/fake_wma_encoder.h"
 
 namespace tonquay::test {
 
@@ -25,6 +26,7 @@ struct FakeHost {
     FakeProcesses processes{loop, files};
     FakeDialogs dialogs;
     FakeAudioEngine engine{clock, loop};
+    FakeWmaEncoder wma;
     FakeAcdControl acd;
     FakeSettingsStore settings;
     FakeSystemInfo system;
@@ -33,7 +35,7 @@ struct FakeHost {
 
     platform::Platform platform()
     {
-        return {files, processes, loop, clock, dialogs, engine, acd, settings, system, help, log};
+        return {files, processes, loop, clock, dialogs, engine, wma, acd, settings, system, help, log};
     }
 };
 

@@ -19,6 +19,7 @@
 #include "host/system/no_help.h"
 #include "host/system/places.h"
 #include "host/system/program_folder.h"
+#include "host/wma/host_wma_encoder.h"
 
 #include <optional>
 
@@ -60,6 +61,7 @@ struct RealHost::Services {
     HostSettingsStore settings;
     HostSystemInfo system;
     HostAudioEngine engine;
+    HostWmaEncoder wma;
     HostAcdControl acd;
     std::optional<Interrupt> interrupt;
     platform::MachinePrograms programs;
@@ -82,6 +84,7 @@ struct RealHost::Services {
               files, log, endActions,
               {.tempFolder = places.tempFolder, .screenWidth = given.screenWidth, .screenHeight = given.screenHeight}),
           engine(drives, loop, log),
+          wma(files, log),
           acd(drives, files, loop, log)
     {
         if (privateFolder) {
@@ -89,6 +92,7 @@ struct RealHost::Services {
             preparePrivateFolder(given.oggTool.empty() ? oggToolOfThisProgram() : given.oggTool);
         }
         endActions.add([&drives] { drives.unlockAll(); });
+        endActions.add([this] { wma.closeAll(); });
         if (given.decodeEnd) {
             engine.onDecodeEnd(given.decodeEnd);
             acd.onReadEnd(std::move(given.decodeEnd));
@@ -139,7 +143,8 @@ base::Status RealHost::open(Settings settings)
 platform::Platform RealHost::platform()
 {
     Services& s = *services_;
-    return {s.files, s.processes, s.loop, s.clock, s.dialogs, s.engine, s.acd, s.settings, s.system, s.help, s.log};
+    return {s.files, s.processes, s.loop,     s.clock,  s.dialogs, s.engine,
+            s.wma,   s.acd,       s.settings, s.system, s.help,    s.log};
 }
 
 const platform::MachinePrograms& RealHost::programs() const

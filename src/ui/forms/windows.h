@@ -4,12 +4,15 @@
 #include "platform/platform.h"
 #include "state/forms.h"
 #include "state/settings.h"
+#include "ui/forms/engine_window.h"
 #include "ui/forms/forms_to_come.h"
 #include "ui/forms/main_window.h"
 #include "ui/forms/partial_window.h"
 #include "ui/forms/popup_menu_view.h"
 #include "ui/forms/setup_window.h"
 #include "ui/forms/tagger_window.h"
+
+#include <optional>
 
 namespace tonquay::ui {
 
@@ -34,6 +37,9 @@ public:
 
     MainWindow& main() { return main_; }
 
+    /// Has the audio engine's own form on the screen too, which people never see. Before the program starts.
+    void addEngineForm(state::Forms& forms) { engine_.emplace(forms.controlsOf<state::Cdrip1Controls>()); }
+
 private:
     MainWindow main_;
     PopupMenuView menu_;
@@ -41,6 +47,7 @@ private:
     PartialWindow partial_;
     SetupWindow setup_;
     FormsToCome formsToCome_;
+    std::optional<EngineWindow> engine_;
 };
 
 }

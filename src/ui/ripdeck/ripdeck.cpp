@@ -72,6 +72,9 @@ base::Status Ripdeck::start(const std::string& commandLine)
     const platform::Platform platform = host_.platform();
     program_ = std::make_unique<app::Program>(platform);
     windows_ = std::make_unique<Windows>(program_->forms(), program_->state().theme, platform);
+    // For developers. The command line is no place for it: all of it is the program folder.
+    if (std::getenv("TONQUAY_ENGINE_FORM") != nullptr)
+        windows_->addEngineForm(program_->forms());
     makeReport();
     program_->start(named ? std::wstring(platform::programFolder) : base::fromHostBytes(commandLine));
     return {};

@@ -1,6 +1,7 @@
 #include "ui/ripdeck/run_report.h"
 
 #include "platform/acd_control.h"
+#include "platform/wma_encoder.h"
 
 #include <algorithm>
 #include <array>
@@ -20,8 +21,9 @@ bool tellsOfTrouble(std::string_view area, std::string_view text)
         return text.find("gets no tag") != std::string_view::npos;
     if (area == "engine")
         return text.find("left out") != std::string_view::npos;
-    constexpr std::array<std::string_view, 2> areas{"passed over", "extraction"};
-    return area == platform::AcdControl::refusedArea || std::ranges::find(areas, area) != areas.end();
+    constexpr std::array<std::string_view, 4> areas{"passed over", "extraction", platform::AcdControl::refusedArea,
+                                                    platform::WmaEncoder::troubleArea};
+    return std::ranges::find(areas, area) != areas.end();
 }
 
 std::string tracksText(int count)

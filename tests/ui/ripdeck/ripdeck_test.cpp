@@ -99,8 +99,13 @@ TEST_F(DesktopProgram, aRunSaysWhatBecameOfIt)
                                       testing::Not(HasSubstr("tracks in"))));
     fs::remove(music / "Noon.wav");
     EXPECT_EQ(rip(), "3 tracks in " + music.string()) << "an old word goes";
-    ripdeck->program().state().settings.ripToWma = 1;
-    EXPECT_THAT(rip(), HasSubstr("WMA files cannot be made yet"));
+    state::RipSettings& settings = ripdeck->program().state().settings;
+    settings.ripToWma = 1;
+    settings.bitrateIndex = 20;
+    EXPECT_THAT(rip(), testing::AllOf(HasSubstr("offers no rate"), HasSubstr("and 2 more")));
+    settings.bitrateIndex = 8;
+    EXPECT_EQ(rip(), "3 tracks in " + music.string()) << "the next run puts it right";
+    EXPECT_TRUE(fs::exists(music / "Noon.WMA"));
 }
 
 TEST_F(DesktopProgram, discThatGoesEmptiesTheWindow)

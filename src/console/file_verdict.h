@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+namespace tonquay::console {
+
+/// What a look at a finished file has found.
+struct FileVerdict {
+    bool whole = false;
+    std::string text{}; ///< what is wrong, without the file's name; for a whole file a remark, mostly empty
+};
+
+}
