@@ -91,8 +91,6 @@ std::string problemOf(const RipOptions& rip)
 {
     if (rip.format && !whyNotAvailable(*rip.format).empty())
         return whyNotAvailable(*rip.format);
-    if (rip.method == Method::analog)
-        return fmt::format("--method: this way of reading is {}; leave it out for digital2", notAvailableYet);
     return {};
 }
 

@@ -14,6 +14,15 @@ namespace tonquay::console {
 
 namespace {
 
+/// What is to be known of a track whose file is whole, beside that.
+std::string remarksOn(const TrackRecord& record, const TrackVerdict& verdict)
+{
+    std::string text = troublesText(verdict.troubles);
+    if (verdict.whole)
+        addRemark(text, record.source);
+    return text;
+}
+
 /// Tags of Ogg files are switches of their encoder, which only one kind is given.
 bool carriesOggTags(const state::RipSettings& settings)
 {
@@ -44,6 +53,12 @@ void TrackJudge::judgeWav(std::size_t planned)
     if (record.wav)
         return;
     const PlannedTrack& track = plan_.tracks[planned];
+    if (plan_.recordingFolder) {
+        record.wav = judgeRecording(track.wavHostPath, {.sampleBytes = track.soundBytes, .runBegan = begunAt_});
+        if (!record.problem.empty())
+            record.wav = WavVerdict{false, record.problem};
+        return;
+    }
     record.wav = console::judgeWav(track.wavHostPath, {.sampleBytes = track.soundBytes,
                                                        .bytesRead = record.report ? record.report->bytesDelivered : 0});
     if (std::string text = whyNotRead(record, track.row); !text.empty())
@@ -85,7 +100,7 @@ TrackVerdict TrackJudge::verdictOn(std::size_t planned)
     if (record.report && verdict.whole)
         verdict.troubles = record.report->troubles;
     if (!encodes() || !verdict.whole) {
-        addRemark(verdict.text, troublesText(verdict.troubles));
+        addRemark(verdict.text, remarksOn(record, verdict));
         return verdict;
     }
 
@@ -99,7 +114,7 @@ TrackVerdict TrackJudge::verdictOn(std::size_t planned)
         verdict.text = file.text;
     }
     if (verdict.whole)
-        addRemark(verdict.text, troublesText(verdict.troubles));
+        addRemark(verdict.text, remarksOn(record, verdict));
     if (!verdict.whole && !brokenOff_.empty())
         verdict.text = "unfinished: " + brokenOff_;
     if (std::error_code ignored; !verdict.whole && std::filesystem::exists(track.wavHostPath, ignored))
@@ -112,7 +127,7 @@ EncodedExpectation TrackJudge::expectationOf(std::size_t planned) const
     const state::AppState& state = program_.state();
     const std::int32_t number = plan_.tracks[planned].row + 1;
     return {.format = plan_.format,
-            .playSeconds = playSeconds(plan_.tracks[planned].soundBytes),
+            .playSeconds = playSeconds(records_[planned].wav->soundBytes),
             .runBegan = begunAt_,
             .unwritten = records_[planned].unwritten,
             .title = state.disc.trackTitles(number),

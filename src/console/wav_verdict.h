@@ -2,6 +2,7 @@
 
 #include "base/wav_header.h"
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -16,8 +17,19 @@ struct WavExpectation {
 
 struct WavVerdict {
     bool whole = false;
-    std::string text{}; ///< what is wrong, without the file's name; for a whole file a remark, mostly empty
+    std::string text{};          ///< what is wrong, without the file's name; for a whole file a remark, mostly empty
+    std::int64_t soundBytes = 0; ///< of a whole file
 };
+
+/// What the WAV file of a track that was recorded as it was heard must be.
+struct RecordingExpectation {
+    std::int64_t sampleBytes = 0;                     ///< by the disc's table
+    std::chrono::system_clock::time_point runBegan{}; ///< by the clock of the file's folder
+};
+
+/// How much longer or shorter than the track a recording may be: a sound card takes a moment to start, and so much of
+/// the track's end is still on its way when the recording ends.
+inline constexpr double recordingTolerance = 0.5;
 
 /// Looks at the finished file and tells whether it is whole: a canonical 44-byte header (RIFF WAVE, PCM, 44100 Hz,
 /// 16 bits, two channels) whose sizes are the track's, and as many sample bytes behind it. Any program plays a file
@@ -25,6 +37,10 @@ struct WavVerdict {
 ///
 /// Reads 44 bytes. Never fails; a file that cannot be read is not whole.
 WavVerdict judgeWav(const std::filesystem::path& file, const WavExpectation& expected);
+
+/// The same for a recording, whose samples cannot be those of the disc: the same header, sizes that are the file's own,
+/// written in this run, and about as long as the track.
+WavVerdict judgeRecording(const std::filesystem::path& file, const RecordingExpectation& expected);
 
 /// A WAV file of that many sample bytes, header included.
 constexpr std::int64_t wavFileBytes(std::int64_t sampleBytes)

@@ -10,6 +10,7 @@ class Dialogs;
 class EventLoop;
 class FileSystem;
 class HelpViewer;
+class Mci;
 class Processes;
 class SettingsStore;
 class SystemInfo;
@@ -23,6 +24,7 @@ struct Platform {
     Dialogs& dialogs;
     AudioEngine& engine;
     AcdControl& acd;
+    Mci& mci;
     SettingsStore& settings;
     SystemInfo& system;
     HelpViewer& help;

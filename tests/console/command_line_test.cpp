@@ -58,7 +58,6 @@ TEST(CommandLine, whatIsToComeIsRefusedAsNotAvailable)
         {"tags", "a.mp3"},
         {"tags", "--json", "--set", "title=x", "a.mp3"},
         {"rip", "-f", "wma"},
-        {"rip", "--method", "analog"},
     };
     for (const auto& arguments : cases) {
         const base::Result<Command> command = parseCommandLine(arguments);

@@ -10,6 +10,7 @@
 #include "support/fake_event_loop.h"
 #include "support/fake_file_system.h"
 #include "support/fake_help_viewer.h"
+#include "support/fake_mci.h"
 #include "support/fake_processes.h"
 #include "support/fake_settings_store.h"
 #include "support/fake_system_info.h"
@@ -26,6 +27,7 @@ struct FakeHost {
     FakeDialogs dialogs;
     FakeAudioEngine engine{clock, loop};
     FakeAcdControl acd;
+    FakeMci mci{clock, files};
     FakeSettingsStore settings;
     FakeSystemInfo system;
     FakeHelpViewer help;
@@ -33,7 +35,7 @@ struct FakeHost {
 
     platform::Platform platform()
     {
-        return {files, processes, loop, clock, dialogs, engine, acd, settings, system, help, log};
+        return {files, processes, loop, clock, dialogs, engine, acd, mci, settings, system, help, log};
     }
 };
 

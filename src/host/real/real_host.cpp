@@ -4,6 +4,7 @@
 #include "host/acd/host_acd_control.h"
 #include "host/audio/host_audio_engine.h"
 #include "host/drives/host_discs.h"
+#include "host/mci/host_mci.h"
 #include "host/posix/program_search.h"
 #include "host/real/private_folder.h"
 #include "host/system/end_actions.h"
@@ -61,6 +62,7 @@ struct RealHost::Services {
     HostSystemInfo system;
     HostAudioEngine engine;
     HostAcdControl acd;
+    HostMci mci;
     std::optional<Interrupt> interrupt;
     platform::MachinePrograms programs;
 
@@ -82,7 +84,9 @@ struct RealHost::Services {
               files, log, endActions,
               {.tempFolder = places.tempFolder, .screenWidth = given.screenWidth, .screenHeight = given.screenHeight}),
           engine(drives, loop, log),
-          acd(drives, files, loop, log)
+          acd(drives, files, loop, log),
+          mci(drives, files, loop, log,
+              {.folder = places.tempFolder, .selectedDrive = [this] { return acd.selectedDrive(); }})
     {
         if (privateFolder) {
             endActions.add([this] { privateFolder->remove(); });
@@ -139,7 +143,8 @@ base::Status RealHost::open(Settings settings)
 platform::Platform RealHost::platform()
 {
     Services& s = *services_;
-    return {s.files, s.processes, s.loop, s.clock, s.dialogs, s.engine, s.acd, s.settings, s.system, s.help, s.log};
+    return {s.files, s.processes, s.loop,     s.clock,  s.dialogs, s.engine,
+            s.acd,   s.mci,       s.settings, s.system, s.help,    s.log};
 }
 
 const platform::MachinePrograms& RealHost::programs() const
