@@ -34,7 +34,8 @@ namespace tonquay::platform {
 ///
 /// `waveaudio` records.
 ///
-/// - `open new type waveaudio alias NAME`: gets ready. Opens no sound device yet.
+/// - `open new type waveaudio alias NAME`: gets ready. Opens no sound device yet. Fails where a recording has
+///   no place to lie.
 /// - `set NAME WORD NUMBER ...`: samplespersec 44100, channels 2, bitspersample 16, alignment 4, bytespersec 176400, in
 /// any number and order. No other sound is recorded, so other numbers fail.
 /// - `record NAME overwrite`: drops what was recorded, opens the system's capture device and records from now on. On a

@@ -66,8 +66,7 @@ std::uint32_t HostMci::open(Type type, const std::wstring& name)
     if (type == Type::cdaudio)
         device = openCd();
     else
-        device = std::make_unique<WaveAudio>(
-            WaveAudio::Surroundings{.player = player_, .files = files_, .log = log_, .folder = settings_.folder});
+        device = openRecorder();
     if (!device)
         return deviceNotReady;
     devices_.emplace(key, Open{type, std::move(device)});
@@ -84,6 +83,17 @@ std::unique_ptr<MciDevice> HostMci::openCd()
     }
     return std::make_unique<CdAudio>(
         std::move(tracks), [taken] { return taken->openDisc(); }, player_);
+}
+
+/// Not without a place where a recording can lie: the disc would be played in vain.
+std::unique_ptr<MciDevice> HostMci::openRecorder()
+{
+    if (const auto place = Recording::start(settings_.folder); !place) {
+        log_.line(troubleArea, base::describe(place.failure()));
+        return nullptr;
+    }
+    return std::make_unique<WaveAudio>(
+        WaveAudio::Surroundings{.player = player_, .files = files_, .log = log_, .folder = settings_.folder});
 }
 
 Drive* HostMci::drive()

@@ -46,6 +46,7 @@ private:
     MciAnswer carryOut(std::wstring_view command);
     std::uint32_t open(Type type, const std::wstring& name);
     std::unique_ptr<MciDevice> openCd();
+    std::unique_ptr<MciDevice> openRecorder();
     Drive* drive();
 
     DriveSet& drives_;
