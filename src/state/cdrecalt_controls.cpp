@@ -26,9 +26,16 @@ CdrecaltControls::CdrecaltControls()
     captions[filenameCaption].caption = L"&Filename:";
     captions[discIdCaption].caption = L"CD ID:";
     captions[trackCountCaption].caption = L"# of Tracks:";
+    cmdTo.caption = L"A&dd >";
+    cmdTo.toolTip = L"Record this track; the group row ends a group of tracks that become one file";
+    cmdFrom.caption = L"< Re&move";
+    cmdFrom.toolTip = L"Do not record this row";
     cmdStart.caption = L"&Start";
+    cmdStart.toolTip = L"Play the tracks on the right and record them";
     cmdCancel.caption = L"Cancel";
+    cmdCancel.toolTip = L"End the recording; what was recorded so far is kept";
     cmdRefresh.caption = L"Refresh CD &Information";
+    cmdRefresh.toolTip = L"Read the disc anew";
 }
 
 }

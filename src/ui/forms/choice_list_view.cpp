@@ -9,6 +9,7 @@ ChoiceListView::ChoiceListView(controls::ChoiceList& list, QWidget* parent) : QL
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setTextElideMode(Qt::ElideRight);
+    bindings_.show(list.enabled, [this](const bool& enabled) { setEnabled(enabled); });
     bindings_.keep(list.follow([this] { takeOver(); }));
     takeOver();
     connect(this, &QListWidget::currentRowChanged, this, [this](int row) {

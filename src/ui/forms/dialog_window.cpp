@@ -24,11 +24,15 @@ QPoint placeBefore(const QWidget& other, const QWidget& dialog)
 
 }
 
-DialogWindow::DialogWindow(controls::Form& form, Maker make) : make_(std::move(make))
+DialogWindow::DialogWindow(controls::Form& form, Maker make, Pace pace) : make_(std::move(make)), pace_(pace)
 {
-    bindings_.keep(form.follow([this](const controls::Form::State& state) { showState(state); }));
+    constexpr std::chrono::milliseconds moment{250};
+    moment_.setSingleShot(true);
+    moment_.setInterval(moment);
+    QObject::connect(&moment_, &QTimer::timeout, &moment_, [this, &form] { showState(form.state()); });
+    bindings_.keep(form.follow([this](const controls::Form::State& state) { follow(state); }));
     bindings_.keep(form.broughtToFront.add([this] {
-        if (!dialog_)
+        if (!dialog_ || pace_ == Pace::steady)
             return;
         dialog_->raise();
         dialog_->activateWindow();
@@ -37,6 +41,14 @@ DialogWindow::DialogWindow(controls::Form& form, Maker make) : make_(std::move(m
 
 DialogWindow::~DialogWindow() = default;
 
+void DialogWindow::follow(controls::Form::State state)
+{
+    if (pace_ == Pace::steady)
+        moment_.start();
+    else
+        showState(state);
+}
+
 void DialogWindow::showState(controls::Form::State state)
 {
     if (state != controls::Form::State::shown) {
@@ -44,8 +56,12 @@ void DialogWindow::showState(controls::Form::State state)
             dialog_->hide();
         return;
     }
-    if (!dialog_)
+    if (!dialog_) {
         dialog_ = make_();
+        dialog_->setAttribute(Qt::WA_ShowWithoutActivating, pace_ == Pace::steady);
+    }
+    if (dialog_->isVisible())
+        return;
     if (const QWidget* before = QApplication::activeWindow(); before != nullptr && before != dialog_.get()) {
         dialog_->move(placeBefore(*before, *dialog_));
         // So that the window behind it, which takes no input meanwhile, stays behind it.
