@@ -34,7 +34,7 @@ public:
         addFile(*column, files);
         addFoot(*column);
         setLayout(column.release());
-        resize(620, 460);
+        resize(620, 330);
     }
 
 protected:
@@ -68,7 +68,7 @@ private:
 
     void addLists(QVBoxLayout& column)
     {
-        constexpr int listHeight = 200;
+        constexpr int listHeight = 110;
         auto grid = std::make_unique<QGridLayout>();
         grid->setHorizontalSpacing(12);
         grid->setVerticalSpacing(6);

@@ -38,6 +38,13 @@ void ChoiceListView::takeOver()
     setCurrentRow(list_.index());
 }
 
+/// Rows that were measured before it had its style would lie too close.
+void ChoiceListView::showEvent(QShowEvent* event)
+{
+    QListWidget::showEvent(event);
+    scheduleDelayedItemsLayout();
+}
+
 QSize ChoiceListView::sizeHint() const
 {
     constexpr int rows = 3;

@@ -11,13 +11,17 @@ namespace tonquay::ui {
 
 namespace {
 
-/// In the middle of the other window, as far as the screen has room there for the dialog and its frame.
-QPoint placeBefore(const QWidget& other, const QWidget& dialog)
+/// In the middle of the other window, as far as the screen has room there for the dialog and its frame. One that is not
+/// waited for leaves the upper part free, where the other one's keys are.
+QPoint placeBefore(const QWidget& other, const QWidget& dialog, DialogWindow::Pace pace)
 {
+    constexpr double keys = 0.39;
     constexpr int frame = 4;
     constexpr int titleBar = 30;
     const QRect room = other.screen()->availableGeometry().adjusted(0, 0, -2 * frame, -titleBar - frame);
-    const QPoint wanted = other.geometry().center() - dialog.rect().center();
+    QPoint wanted = other.geometry().center() - dialog.rect().center();
+    if (pace == DialogWindow::Pace::steady)
+        wanted.setY(other.y() + static_cast<int>(other.height() * keys));
     return {std::max(std::min(wanted.x(), room.right() - dialog.width()), room.left()),
             std::max(std::min(wanted.y(), room.bottom() - dialog.height()), room.top())};
 }
@@ -63,7 +67,7 @@ void DialogWindow::showState(controls::Form::State state)
     if (dialog_->isVisible())
         return;
     if (const QWidget* before = QApplication::activeWindow(); before != nullptr && before != dialog_.get()) {
-        dialog_->move(placeBefore(*before, *dialog_));
+        dialog_->move(placeBefore(*before, *dialog_, pace_));
         // So that the window behind it, which takes no input meanwhile, stays behind it.
         static_cast<void>(dialog_->winId());
         dialog_->windowHandle()->setTransientParent(before->windowHandle());
