@@ -48,7 +48,7 @@ RunReport::RunReport(state::RipdeckControls& ripdeck, platform::EventLoop& loop,
 void RunReport::line(std::string_view area, std::string_view text)
 {
     constexpr std::size_t most = 100;
-    if (running_ && area == platform::Mci::savedArea)
+    if ((running_ || waiting_) && area == platform::Mci::savedArea)
         ++recorded_;
     if ((running_ || waiting_) && problems_.size() < most && tellsOfTrouble(area, text))
         problems_.emplace_back(text);
