@@ -21,7 +21,7 @@ std::shared_ptr<const SoundSystem> SoundSystem::start(const char* driver)
     const SdlLibrary* library = SdlLibrary::load();
     if (library == nullptr || library->audioInit(driver) != 0)
         return nullptr;
-    const auto started = std::make_shared<const SoundSystem>(*library);
+    auto started = std::make_shared<const SoundSystem>(*library);
     running() = started;
     return started;
 }
