@@ -76,9 +76,6 @@ base::Result<Command> parseCommandLine(const std::vector<std::string>& arguments
         return Command{list};
     if (tagsCommand->parsed())
         return Command{tags};
-    const std::string problem = problemOf(rip);
-    if (!problem.empty())
-        return wrong(problem);
     return Command{rip};
 }
 

@@ -88,13 +88,6 @@ void declareRip(CLI::App& app, RipOptions& rip)
     app.add_option("DISC", rip.disc, discHelp);
 }
 
-std::string problemOf(const RipOptions& rip)
-{
-    if (rip.method == Method::analog)
-        return fmt::format("--method: this way of reading is {}; leave it out for digital2", notAvailableYet);
-    return {};
-}
-
 std::string_view formatName(Format format)
 {
     return std::find_if(formats.begin(), formats.end(), [format](const auto& w) { return w.value == format; })->text;

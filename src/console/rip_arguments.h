@@ -13,15 +13,11 @@ class App;
 /// The options of `tonquay rip`, and the words and numbers of them that others show or check.
 namespace tonquay::console {
 
-inline constexpr std::string_view notAvailableYet = "not available yet in this version";
 inline constexpr const char* discHelp =
     "A drive (/dev/sr0), an image (.cue, .toc, .nrg) or a drive letter; without it the first drive with an audio disc";
 
 /// Declares them; what is read goes to `rip`.
 void declareRip(CLI::App& app, RipOptions& rip);
-
-/// What is wrong with options that are each right by themselves, or not there yet; empty when they can be carried out.
-std::string problemOf(const RipOptions& rip);
 
 /// As typed on the command line and shown: "mp3".
 std::string_view formatName(Format format);

@@ -77,14 +77,15 @@ std::int64_t largestToCome(const std::vector<PlannedFile>& files)
     return bytes;
 }
 
-std::optional<std::string> spaceProblem(const std::string& folder, std::int64_t bytes, std::int64_t free)
+std::optional<std::string> spaceProblem(const std::string& folder, std::int64_t bytes, std::int64_t free,
+                                        std::string_view remedy)
 {
     constexpr std::int64_t reserve = 1 << 16;
     constexpr std::int64_t mebibyte = 1 << 20;
     if (bytes <= 0 || bytes <= free - reserve)
         return std::nullopt;
-    return fmt::format("{}: {} MB are needed and {} MB are free; make room or choose another --output",
-                       shownBytes(folder), bytes / mebibyte + 1, std::max<std::int64_t>(0, free) / mebibyte);
+    return fmt::format("{}: {} MB are needed and {} MB are free; {}", shownBytes(folder), bytes / mebibyte + 1,
+                       std::max<std::int64_t>(0, free) / mebibyte, remedy);
 }
 
 base::Result<std::int64_t> freeBytes(const std::filesystem::path& folder)

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// What is looked at before the first sector is read, so that a run that cannot end well does not begin. Each problem
@@ -34,7 +35,8 @@ std::int64_t bytesToCome(const std::vector<PlannedFile>& files);
 std::int64_t largestToCome(const std::vector<PlannedFile>& files);
 
 /// A sentence when `bytes` do not fit into `free`, else nothing. A little is left for folders and the system.
-std::optional<std::string> spaceProblem(const std::string& folder, std::int64_t bytes, std::int64_t free);
+std::optional<std::string> spaceProblem(const std::string& folder, std::int64_t bytes, std::int64_t free,
+                                        std::string_view remedy = "make room or choose another --output");
 
 /// What this user may still write where `folder` is or is going to be. The look goes up to the nearest folder that
 /// exists. Fails when none can be looked at.

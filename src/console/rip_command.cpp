@@ -19,6 +19,7 @@
 #include "platform/diagnostics.h"
 #include "platform/event_loop.h"
 #include "platform/file_system.h"
+#include "platform/mci.h"
 #include "platform/processes.h"
 #include "platform/wma_encoder.h"
 #include "state/rip_settings_file.h"
@@ -230,8 +231,11 @@ void RipCommand::noteStep(std::string_view area, std::string_view text)
         return;
     if (text.starts_with(lead))
         session_->noteProblem(std::string(text.substr(lead.size())));
-    else if (area == platform::AcdControl::refusedArea || area == platform::WmaEncoder::troubleArea)
+    else if (area == platform::AcdControl::refusedArea || area == platform::WmaEncoder::troubleArea ||
+             area == platform::Mci::troubleArea)
         session_->noteProblem(std::string(text));
+    else if (area == platform::Mci::sourceArea)
+        session_->noteSource(std::string(text));
 }
 
 void RipCommand::interrupted()
@@ -283,6 +287,8 @@ void RipCommand::planRun()
 {
     state::AppState& state = program_->state();
     plan_ = makePlan(format_, rows_, named_, state.disc, state.settings, platform_->files);
+    if (options_.method == Method::analog)
+        plan_.recordingFolder = platform_->files.hostPath(state.folders.windowsFolder);
     if (part_) {
         plan_.tracks.front().soundBytes = part_->bytes;
         want(*part_, plan_.tracks.front().row, state.partial);

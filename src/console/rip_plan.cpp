@@ -154,6 +154,15 @@ std::vector<std::string> problemsOf(const RipPlan& plan, platform::FileSystem& f
     const std::int64_t first = plan.wavsPileUp ? bytesToCome(planned) : largestToCome(planned);
     if (auto problem = spaceProblem(plan.folder, onTop ? first + encoded : first, *free))
         return {std::move(*problem)};
+    if (plan.recordingFolder) {
+        const auto room = freeBytes(*plan.recordingFolder);
+        if (!room)
+            return {base::describe(room.failure())};
+        const auto longest = std::ranges::max(planned, {}, &PlannedFile::bytes);
+        if (auto problem = spaceProblem(*plan.recordingFolder, longest.bytes, *room,
+                                        "recordings lie there; make room or set TMPDIR to another folder"))
+            return {std::move(*problem)};
+    }
     if (const base::Status made = prepareFolder(plan.folder); !made)
         return {base::describe(made.failure())};
     return {};

@@ -9,6 +9,7 @@
 #include "state/disc_info.h"
 #include "state/settings.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,8 @@ struct RipPlan {
     /// WAV files would not be found again, since a title of one letter gives its file another name, or the encoder's
     /// batch is unsafe. One track at a time the run makes the same files.
     bool oneByOne = false;
+    /// Where tracks lie while they are recorded as they are heard, as a host path; nothing when they are read.
+    std::optional<std::string> recordingFolder{};
     std::vector<PlannedTrack> tracks;
 };
 

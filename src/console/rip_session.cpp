@@ -194,6 +194,12 @@ void RipSession::noteProblem(std::string text)
         records_[*inHand_].problem = std::move(text);
 }
 
+void RipSession::noteSource(std::string text)
+{
+    if (inHand_)
+        records_[*inHand_].source = std::move(text);
+}
+
 void RipSession::decodeEnded(const platform::DecodeReport& report)
 {
     // A stream that an earlier track has left open ends with the one after it.

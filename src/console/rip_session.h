@@ -40,6 +40,9 @@ public:
     /// What went wrong last, for the verdict on the track in hand.
     void noteProblem(std::string text);
 
+    /// What the track in hand is recorded from.
+    void noteSource(std::string text);
+
     void decodeEnded(const platform::DecodeReport& report);
 
 private:

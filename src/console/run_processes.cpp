@@ -50,8 +50,8 @@ bool RunProcesses::allEnded()
 
 platform::Platform RunProcesses::in(const platform::Platform& world)
 {
-    return {world.files, *this,     world.loop,     world.clock,  world.dialogs, world.engine,
-            world.wma,   world.acd, world.settings, world.system, world.help,    world.log};
+    return {world.files, *this,     world.loop,     world.clock,  world.dialogs, world.engine, world.wma,
+            world.acd,   world.mci, world.settings, world.system, world.help,    world.log};
 }
 
 }

@@ -37,8 +37,8 @@ public:
     /// The world with these settings in it.
     platform::Platform in(const platform::Platform& world)
     {
-        return {world.files, world.processes, world.loop, world.clock,  world.dialogs, world.engine,
-                world.wma,   world.acd,       *this,      world.system, world.help,    world.log};
+        return {world.files, world.processes, world.loop, world.clock,  world.dialogs, world.engine, world.wma,
+                world.acd,   world.mci,       *this,      world.system, world.help,    world.log};
     }
 
 private:

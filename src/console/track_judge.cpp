@@ -15,6 +15,15 @@ namespace tonquay::console {
 
 namespace {
 
+/// What is to be known of a track whose file is whole, beside that.
+std::string remarksOn(const TrackRecord& record, const TrackVerdict& verdict)
+{
+    std::string text = troublesText(verdict.troubles);
+    if (verdict.whole)
+        addRemark(text, record.source);
+    return text;
+}
+
 /// Tags of Ogg files are switches of their encoder, which only one kind is given.
 bool carriesOggTags(const state::RipSettings& settings)
 {
@@ -44,10 +53,20 @@ void TrackJudge::judgeWritten(std::size_t planned)
     TrackRecord& record = records_[planned];
     if (record.written)
         return;
-    if (std::string text = whyNotRead(record, plan_.tracks[planned].row); !text.empty())
+    if (plan_.recordingFolder)
+        record.written = verdictOnRecording(planned);
+    else if (std::string text = whyNotRead(record, plan_.tracks[planned].row); !text.empty())
         record.written = FileVerdict{false, std::move(text)};
     else
         record.written = verdictOnWritten(planned);
+}
+
+FileVerdict TrackJudge::verdictOnRecording(std::size_t planned) const
+{
+    const PlannedTrack& track = plan_.tracks[planned];
+    if (const std::string& problem = records_[planned].problem; !problem.empty())
+        return FileVerdict{false, problem};
+    return judgeRecording(track.wavHostPath, {.sampleBytes = track.soundBytes, .runBegan = begunAt_});
 }
 
 FileVerdict TrackJudge::verdictOnWritten(std::size_t planned)
@@ -110,7 +129,7 @@ TrackVerdict TrackJudge::verdictOn(std::size_t planned)
     if (record.report && verdict.whole)
         verdict.troubles = record.report->troubles;
     if (!encodes() || !verdict.whole) {
-        addRemark(verdict.text, troublesText(verdict.troubles));
+        addRemark(verdict.text, remarksOn(record, verdict));
         return verdict;
     }
 
@@ -126,7 +145,7 @@ TrackVerdict TrackJudge::verdictOn(std::size_t planned)
         verdict.text = file.text;
     }
     if (verdict.whole)
-        addRemark(verdict.text, troublesText(verdict.troubles));
+        addRemark(verdict.text, remarksOn(record, verdict));
     if (!verdict.whole && !brokenOff_.empty())
         verdict.text = "unfinished: " + brokenOff_;
     if (std::error_code ignored; !verdict.whole && std::filesystem::exists(track.wavHostPath, ignored))
@@ -139,7 +158,7 @@ EncodedExpectation TrackJudge::expectationOf(std::size_t planned) const
     const state::AppState& state = program_.state();
     const std::int32_t number = plan_.tracks[planned].row + 1;
     return {.format = plan_.format,
-            .playSeconds = playSeconds(plan_.tracks[planned].soundBytes),
+            .playSeconds = playSeconds(records_[planned].written->soundBytes),
             .runBegan = begunAt_,
             .unwritten = records_[planned].unwritten,
             .title = state.disc.trackTitles(number),

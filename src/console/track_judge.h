@@ -48,6 +48,7 @@ public:
     bool encodes() const { return usesEncoder(plan_.format); }
 
 private:
+    FileVerdict verdictOnRecording(std::size_t planned) const;
     FileVerdict verdictOnWritten(std::size_t planned);
     WmaExpectation wmaExpectationOf(std::size_t planned);
     EncodedExpectation expectationOf(std::size_t planned) const;

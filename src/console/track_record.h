@@ -18,6 +18,7 @@ struct TrackRecord {
     Seconds taken{0};
     std::optional<platform::DecodeReport> report{};      ///< of its reading
     std::string problem{};                               ///< what went wrong last while it was in hand
+    std::string source{};                                ///< what it was recorded from; empty unless it was
     std::optional<FileVerdict> written{};                ///< on the WAV or WMA file, from when it was done
     std::optional<platform::Processes::Child> encoder{}; ///< 0: could not be started; nothing: none was
     bool unwritten = false; ///< when its encoder had ended, its file was older than the run, or not there

@@ -2,11 +2,13 @@
 
 #include "base/wav_header.h"
 #include "console/judged_file.h"
+#include "console/rip_plan.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string_view>
 
 namespace tonquay::console {
@@ -34,7 +36,7 @@ constexpr std::array fields{
     Field{34, 2, 16, "bits per sample"},
 };
 
-std::string headerProblem(const base::WaveHeaderBytes& header, std::int64_t sampleBytes)
+std::string formatProblem(const base::WaveHeaderBytes& header)
 {
     for (const Mark& mark : marks)
         if (!header.has(mark.offset, mark.text))
@@ -44,6 +46,13 @@ std::string headerProblem(const base::WaveHeaderBytes& header, std::int64_t samp
         if (value != field.value)
             return fmt::format("the {} in its header is {} instead of {}", field.name, value, field.value);
     }
+    return {};
+}
+
+std::string headerProblem(const base::WaveHeaderBytes& header, std::int64_t sampleBytes)
+{
+    if (std::string problem = formatProblem(header); !problem.empty())
+        return problem;
     const std::int64_t dataSize = header.number(base::dataSizeOffset, 4);
     const std::int64_t riffSize = header.number(base::riffSizeOffset, 4);
     if (dataSize == 0 && sampleBytes != 0)
@@ -58,6 +67,14 @@ std::string headerProblem(const base::WaveHeaderBytes& header, std::int64_t samp
 FileVerdict broken(std::string text)
 {
     return {false, std::move(text)};
+}
+
+/// Empty, and the header read, when all of it is there.
+std::string readHeader(const JudgedFile& file, base::WaveHeaderBytes& header)
+{
+    if (file.length() < std::ssize(header.bytes) || !file.readAt(0, header.bytes))
+        return fmt::format("the file ends in its header, after {} bytes", file.length());
+    return {};
 }
 
 }
@@ -75,18 +92,38 @@ FileVerdict judgeWav(const std::filesystem::path& path, const WavExpectation& ex
             fmt::format("{} of {} bytes could be read from the disc", expected.bytesRead, expected.sampleBytes));
 
     base::WaveHeaderBytes header;
-    if (length < std::ssize(header.bytes) || !file.readAt(0, header.bytes))
-        return broken(fmt::format("the file ends in its header, after {} bytes", length));
-    const std::string problem = headerProblem(header, expected.sampleBytes);
-    if (!problem.empty())
-        return broken(problem);
+    if (std::string problem = readHeader(file, header); !problem.empty())
+        return broken(std::move(problem));
+    if (std::string problem = headerProblem(header, expected.sampleBytes); !problem.empty())
+        return broken(std::move(problem));
 
     const std::int64_t tail = length - wavFileBytes(expected.sampleBytes);
     if (tail < 0)
         return broken(fmt::format("{} bytes of samples are missing at its end", -tail));
     if (tail > 0)
-        return {true, fmt::format("{} bytes of an older, longer file stand behind its samples", tail)};
-    return {true, {}};
+        return {true, fmt::format("{} bytes of an older, longer file stand behind its samples", tail),
+                expected.sampleBytes};
+    return {true, {}, expected.sampleBytes};
+}
+
+FileVerdict judgeRecording(const std::filesystem::path& path, const RecordingExpectation& expected)
+{
+    const JudgedFile file(path.string());
+    if (!file.problem().empty())
+        return broken(file.problem());
+    if (file.changed() < expected.runBegan)
+        return broken("nothing was recorded; an older file stands under its name");
+    base::WaveHeaderBytes header;
+    if (std::string problem = readHeader(file, header); !problem.empty())
+        return broken(std::move(problem));
+    const std::int64_t soundBytes = file.length() - base::waveHeaderBytes;
+    if (std::string problem = headerProblem(header, soundBytes); !problem.empty())
+        return broken(std::move(problem));
+    const double recorded = playSeconds(soundBytes);
+    const double wanted = playSeconds(expected.sampleBytes);
+    if (std::abs(recorded - wanted) > recordingTolerance)
+        return broken(fmt::format("{:.1f} seconds were recorded, the track has {:.1f}", recorded, wanted));
+    return {true, {}, soundBytes};
 }
 
 }

@@ -1,5 +1,7 @@
 #include "controls/lists.h"
 
+#include "base/text.h"
+
 #include <algorithm>
 
 namespace tonquay::controls {
@@ -14,6 +16,26 @@ Row ChoiceList::row(std::int32_t index) const
 void ChoiceList::add(std::wstring text, std::int32_t itemData)
 {
     rows_.push_back({std::move(text), itemData});
+    followers_.tell();
+}
+
+void ChoiceList::addSorted(std::wstring text, std::int32_t itemData)
+{
+    const auto place =
+        std::ranges::upper_bound(rows_, base::upper(text), {}, [](const Row& row) { return base::upper(row.text); });
+    if (place - rows_.begin() <= index_)
+        ++index_;
+    rows_.insert(place, {std::move(text), itemData});
+    followers_.tell();
+}
+
+void ChoiceList::remove(std::int32_t index)
+{
+    if (index < 0 || index >= rowCount())
+        return;
+    rows_.erase(rows_.begin() + index);
+    if (index < index_ || index_ == rowCount())
+        --index_;
     followers_.tell();
 }
 

@@ -19,6 +19,7 @@ struct Row {
 /// it is the one that stood there already.
 class ChoiceList {
 public:
+    Property<bool> enabled{true};
     Handler<> click;
     Handler<> enter;       ///< the Enter key, which goes no further
     Handler<> doubleClick; ///< on the chosen row
@@ -28,6 +29,12 @@ public:
     Row row(std::int32_t index) const;
 
     void add(std::wstring text, std::int32_t itemData = 0);
+    /// Into a list that is kept sorted by its texts, without regard to case; behind equal ones. The chosen row stays
+    /// the chosen one; fires nothing.
+    void addSorted(std::wstring text, std::int32_t itemData = 0);
+    /// A row outside the list changes nothing. When the chosen row goes, the one that takes its place is chosen, or the
+    /// last one; fires nothing.
+    void remove(std::int32_t index);
     /// No rows, nothing chosen; fires nothing.
     void clear();
 

@@ -169,7 +169,7 @@ void Preview::eject()
     if (state_.flags.previewActive == 1)
         endPreview();
     if (state_.settings.ripMethod == state::analogMethod && forms_.loaded<state::CdrecaltControls>())
-        forms_.cdrecalt().cmdCancel();
+        forms_.cdrecalt().cmdCancel.click();
     platform_.acd.AbortRip();
     platform_.acd.Eject();
 }

@@ -56,7 +56,7 @@ void RunCommands::stop()
     if (state_.flags.ripBusy == 1)
         state_.flags.stopRequested = 1;
     if (state_.settings.ripMethod == state::analogMethod && forms_.loaded<state::CdrecaltControls>())
-        forms_.cdrecalt().cmdCancel();
+        forms_.cdrecalt().cmdCancel.click();
     if (state_.path.ripEngineMode == 1)
         platform_.acd.AbortRip();
     main_.list1.deselectAll();

@@ -88,8 +88,18 @@ void DiscTable::buildFromEngine()
 
 void DiscTable::analogtrks()
 {
+    // In the middle of a run the table is there, and the capture form is the run's.
+    if (state_.flags.ripBusy == 1)
+        return;
     platform::waitUntil(loop_, [this] { return state_.flags.analogBusy != 1; });
-    forms_.cdrecalt();
+    // Without a track the form reads the disc, and nothing is recorded.
+    state_.run.analogTrack = 0;
+    controls::Form& capture = forms_.controlsOf<state::CdrecaltControls>().form;
+    capture.unload();
+    capture.show();
+    platform::waitUntil(loop_, [this] { return state_.flags.analogBusy != 1; });
+    capture.unload();
+    forms_.ripdeck().list1.clear();
     for (std::int32_t number = 1; number <= state_.disc.trackCount && state::hasTrackSlot(number); ++number)
         addTrackRow(forms_.ripdeck().list1, state_.disc, number, state_.analogTrackSeconds(number));
 }

@@ -30,7 +30,8 @@ public:
     /// the tracks named in that file.
     void buildFromEngine();
 
-    /// The table for analog capture, from the lengths that the capture form holds. Waits for a capture in hand.
+    /// The table for analog capture, in place of the one that is there, from the lengths that the capture form reads:
+    /// it is shown for that, and waited for. Nothing in the middle of a run.
     void analogtrks();
 
     /// Switches the drive control to pendingDriveLetter, or to the drive chosen on the setup page when that is empty,

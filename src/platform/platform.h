@@ -10,6 +10,7 @@ class Dialogs;
 class EventLoop;
 class FileSystem;
 class HelpViewer;
+class Mci;
 class Processes;
 class SettingsStore;
 class SystemInfo;
@@ -25,6 +26,7 @@ struct Platform {
     AudioEngine& engine;
     WmaEncoder& wma;
     AcdControl& acd;
+    Mci& mci;
     SettingsStore& settings;
     SystemInfo& system;
     HelpViewer& help;

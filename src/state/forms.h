@@ -1,5 +1,6 @@
 #pragma once
 
+#include "state/cdrecalt_controls.h"
 #include "state/cdrip1_controls.h"
 #include "state/cdriptab_controls.h"
 #include "state/id3auto_controls.h"

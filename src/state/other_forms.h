@@ -9,10 +9,4 @@ struct CdripbgControls {
     controls::Form form;
 };
 
-/// Analog capture.
-struct CdrecaltControls {
-    controls::Form form;
-    controls::Handler<> cmdCancel;
-};
-
 }

@@ -52,18 +52,6 @@ TEST(CommandLine, whatMakesNoSenseIsRefusedWithOneLineThatNamesIt)
     }
 }
 
-TEST(CommandLine, whatIsToComeIsRefusedAsNotAvailable)
-{
-    const std::vector<std::string> cases[] = {
-        {"rip", "--method", "analog"},
-    };
-    for (const auto& arguments : cases) {
-        const base::Result<Command> command = parseCommandLine(arguments);
-        ASSERT_FALSE(command) << arguments[0] << ' ' << arguments[1];
-        EXPECT_THAT(command.failure().text, HasSubstr("not available yet in this version"));
-    }
-}
-
 TEST(CommandLine, filesToDecodeArriveAndOneIsNeeded)
 {
     const base::Result<Command> command = parseCommandLine({"towav", "a.mp3", "-", "b c.MP3"});

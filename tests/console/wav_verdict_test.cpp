@@ -108,6 +108,44 @@ TEST_F(WavVerdictTest, brokenFilesAreToldFromWholeOnes)
     }
 }
 
+TEST_F(WavVerdictTest, aRecordingIsJudgedByItsHeaderItsAgeAndItsLength)
+{
+    constexpr std::int64_t second = 176400;
+    const auto recording = [](std::int64_t soundBytes) {
+        std::string file = wholeFile().substr(0, 44);
+        put(file, 4, static_cast<std::uint32_t>(soundBytes + 36), 4);
+        put(file, 40, static_cast<std::uint32_t>(soundBytes), 4);
+        return file + std::string(static_cast<std::size_t>(soundBytes), 's');
+    };
+    const auto past = std::chrono::system_clock::now() - std::chrono::minutes(1);
+    const auto future = past + std::chrono::minutes(2);
+    const struct {
+        const char* what;
+        std::string bytes;
+        std::chrono::system_clock::time_point runBegan;
+        bool whole;
+        const char* says;
+    } cases[] = {
+        {"as long as the track", recording(3 * second), past, true, ""},
+        {"0.4 s longer", recording(3 * second + 70560), past, true, ""},
+        {"0.4 s shorter", recording(3 * second - 70560), past, true, ""},
+        {"0.6 s longer", recording(3 * second + 105840), past, false, "3.6 seconds were recorded, the track has 3.0"},
+        {"stopped", recording(second), past, false, "1.0 seconds were recorded"},
+        {"nothing", recording(0), past, false, "0.0 seconds were recorded"},
+        {"bytes are missing", recording(3 * second).substr(0, 44 + 2 * second), past, false, "header tells of 529200"},
+        {"sizes never filled in", wholeFile().substr(0, 40) + std::string(4 + 3 * second, '\0'), past, false,
+         "broken off"},
+        {"from an earlier run", recording(3 * second), future, false, "nothing was recorded"},
+    };
+    for (const auto& c : cases) {
+        const fs::path file = folder / "t.wav";
+        std::ofstream(file, std::ios::binary | std::ios::trunc) << c.bytes;
+        const FileVerdict verdict = judgeRecording(file, {.sampleBytes = 3 * second, .runBegan = c.runBegan});
+        EXPECT_EQ(verdict.whole, c.whole) << c.what << ": " << verdict.text;
+        EXPECT_THAT(verdict.text, testing::HasSubstr(c.says)) << c.what;
+    }
+}
+
 TEST_F(WavVerdictTest, whatIsNoFileIsNotWhole)
 {
     const WavExpectation nothing{};

@@ -93,5 +93,30 @@ TEST(Timer, ticksOnlyWhileEnabledAndBound)
     EXPECT_EQ(ticks, 3);
 }
 
+TEST(ChoiceRows, aSortedListKeepsItsChoiceWhileRowsComeAndGo)
+{
+    ChoiceList list;
+    for (const wchar_t* text : {L"b", L"A", L"c"})
+        list.addSorted(text);
+    list.setIndex(1);
+    list.addSorted(L"B", 7);
+    list.addSorted(L"a2");
+    const std::vector<std::wstring> wanted{L"A", L"a2", L"b", L"B", L"c"};
+    for (std::int32_t i = 0; i < list.rowCount(); ++i)
+        EXPECT_EQ(list.row(i).text, wanted[static_cast<std::size_t>(i)]);
+    EXPECT_EQ(list.row(3).itemData, 7);
+    EXPECT_EQ(list.chosen().text, L"b");
+    list.remove(0);
+    EXPECT_EQ(list.chosen().text, L"b");
+    list.remove(1);
+    EXPECT_EQ(list.chosen().text, L"B") << "takes the place of the chosen one";
+    list.setIndex(2);
+    list.remove(2);
+    EXPECT_EQ(list.chosen().text, L"B") << "the last one";
+    list.remove(5);
+    list.remove(-1);
+    EXPECT_EQ(list.rowCount(), 2);
+}
+
 }
 }

@@ -148,4 +148,60 @@ TEST(Methods, aStopBreaksTheTrackInHandOffAndNamesIt)
     EXPECT_THAT(ended.err, HasSubstr("track 2: "));
 }
 
+TEST(Analog, recordsEachTrackAsItIsHeardAndJudgesItsLength)
+{
+    DiscPlan plan = plainDisc(3, 100);
+    const Sandbox box;
+    const Ended ended =
+        box.rip(makeDisc(box.discs(), plan), {"--json", "--method", "analog", "--names", "number", "--folders", "none"},
+                {{"SDL_AUDIODRIVER", "dummy"}});
+    EXPECT_EQ(ended.status, 0) << ended.all();
+    const Tree files = treeOf(box.out());
+    ASSERT_EQ(files.size(), 3U);
+    constexpr std::ptrdiff_t header = 44;
+    constexpr std::ptrdiff_t mostLonger = 17640; // 100 ms
+    const std::vector<std::byte> disc = [&] {
+        std::vector<std::byte> all;
+        for (std::size_t i = 0; i < plan.tracks.size(); ++i) {
+            const auto sound = expectedSound(plan, i);
+            all.insert(all.end(), sound.begin(), sound.end());
+        }
+        return all;
+    }();
+    for (std::ptrdiff_t i = 0; i < 3; ++i) {
+        SCOPED_TRACE("track " + std::to_string(i + 1));
+        const auto& file = files.at("Track" + std::to_string(i + 1) + ".wav");
+        const std::ptrdiff_t begin = i * 100 * 2352;
+        const std::ptrdiff_t recorded = std::ssize(file) - header;
+        EXPECT_GE(recorded, 100 * 2352 - 706); // the millisecond that the place is told in, and the sample
+        EXPECT_LE(recorded, 100 * 2352 + mostLonger);
+        const std::vector<std::byte> heard(disc.begin() + begin,
+                                           disc.begin() + std::min(begin + recorded, std::ssize(disc)));
+        EXPECT_TRUE(file == waveFile(heard)) << "what was played, from the track's first sample on";
+    }
+    for (const auto& verdict : events(ended.out, "verdict")) {
+        EXPECT_EQ(verdict.at("whole"), true);
+        EXPECT_THAT(verdict.dump(), HasSubstr("recorded what was played"));
+    }
+    EXPECT_EQ(box.strays(), "");
+}
+
+TEST(Analog, aStopKeepsWhatWasRecordedAndSaysHowLittleThatIs)
+{
+    const Sandbox box;
+    const auto child = box.startRip(makeDisc(box.discs(), plainDisc(2, 3000)),
+                                    {"--json", "--method", "analog", "--names", "number", "--folders", "none"},
+                                    {{"SDL_AUDIODRIVER", "dummy"}});
+    ASSERT_TRUE(child->said("\"progress\"", 6));
+    child->send(SIGINT);
+    const Ended ended = child->wait();
+    EXPECT_EQ(ended.status, 1) << ended.all();
+    EXPECT_THAT(ended.err, HasSubstr("seconds were recorded, the track has 40.0"));
+    EXPECT_THAT(ended.err, HasSubstr("track 2: "));
+    const Tree files = treeOf(box.out());
+    ASSERT_EQ(files.size(), 1U);
+    EXPECT_GT(files.at("Track1.wav").size(), 20'000U);
+    EXPECT_EQ(box.strays(), "");
+}
+
 }

@@ -14,7 +14,7 @@ namespace tonquay::test {
 
 /// Files in memory. It starts with the folders C:\CDTONQUAY (current), C:\WINDOWS and C:\WINDOWS\SYSTEM, and D: as a
 /// drive without a disc. Whole texts are compared without regard to case, names keep the case that they were made with.
-class FakeFileSystem final : public platform::FileSystem {
+class FakeFileSystem : public platform::FileSystem {
 public:
     enum class Operation {
         readAll,

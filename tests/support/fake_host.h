@@ -10,6 +10,7 @@
 #include "support/fake_event_loop.h"
 #include "support/fake_file_system.h"
 #include "support/fake_help_viewer.h"
+#include "support/fake_mci.h"
 #include "support/fake_processes.h"
 #include "support/fake_settings_store.h"
 #include "support/fake_system_info.h"
@@ -28,6 +29,7 @@ struct FakeHost {
     FakeAudioEngine engine{clock, loop};
     FakeWmaEncoder wma;
     FakeAcdControl acd;
+    FakeMci mci{clock, files};
     FakeSettingsStore settings;
     FakeSystemInfo system;
     FakeHelpViewer help;
@@ -35,7 +37,7 @@ struct FakeHost {
 
     platform::Platform platform()
     {
-        return {files, processes, loop, clock, dialogs, engine, wma, acd, settings, system, help, log};
+        return {files, processes, loop, clock, dialogs, engine, wma, acd, mci, settings, system, help, log};
     }
 };
 

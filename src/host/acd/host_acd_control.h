@@ -36,6 +36,9 @@ public:
     /// `call` is made once for each extraction, before its RipDone.
     void onReadEnd(ReadEndCall call) { onReadEnd_ = std::move(call); }
 
+    /// The current one, from 1; 0 for none.
+    [[nodiscard]] std::int16_t selectedDrive() const { return drive_; }
+
     [[nodiscard]] const TrackPlayer& player() const { return player_; }
 
     void setEvents(Events events) override { events_ = std::move(events); }

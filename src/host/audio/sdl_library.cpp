@@ -25,6 +25,8 @@ std::optional<SdlLibrary> loadOnce()
                           find(library, "SDL_OpenAudioDevice", calls.openAudioDevice) &&
                           find(library, "SDL_CloseAudioDevice", calls.closeAudioDevice) &&
                           find(library, "SDL_PauseAudioDevice", calls.pauseAudioDevice) &&
+                          find(library, "SDL_GetAudioDeviceStatus", calls.audioDeviceStatus) &&
+                          find(library, "SDL_GetCurrentAudioDriver", calls.currentAudioDriver) &&
                           find(library, "SDL_GetError", calls.getError);
     return complete ? std::optional(calls) : std::nullopt;
 }

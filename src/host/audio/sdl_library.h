@@ -12,6 +12,8 @@ struct SdlLibrary {
     decltype(&SDL_OpenAudioDevice) openAudioDevice = nullptr;
     decltype(&SDL_CloseAudioDevice) closeAudioDevice = nullptr;
     decltype(&SDL_PauseAudioDevice) pauseAudioDevice = nullptr;
+    decltype(&SDL_GetAudioDeviceStatus) audioDeviceStatus = nullptr;
+    decltype(&SDL_GetCurrentAudioDriver) currentAudioDriver = nullptr;
     decltype(&SDL_GetError) getError = nullptr;
 
     /// All calls, or null on a system without the library. The same for the life of the process.

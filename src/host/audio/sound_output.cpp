@@ -1,6 +1,7 @@
 #include "host/audio/sound_output.h"
 
 #include "host/audio/sdl_library.h"
+#include "host/audio/sound_system.h"
 
 #include <algorithm>
 #include <string>
@@ -10,43 +11,14 @@ namespace tonquay::host {
 
 namespace {
 
-/// SDL's sound alone, without its events: those would take over the signals that end a program.
-class SoundSystem {
-public:
-    /// `driver` null: the one that SDL finds best, or that SDL_AUDIODRIVER names.
-    explicit SoundSystem(const char* driver)
-        : library_(SdlLibrary::load()),
-          good_(library_ != nullptr && library_->audioInit(driver) == 0)
-    {}
-    ~SoundSystem()
-    {
-        if (good_)
-            library_->audioQuit();
-    }
-    SoundSystem(const SoundSystem&) = delete;
-    SoundSystem& operator=(const SoundSystem&) = delete;
-
-    explicit operator bool() const { return good_; }
-    const SdlLibrary* operator->() const { return library_; }
-
-    static std::string error()
-    {
-        const SdlLibrary* library = SdlLibrary::load();
-        return library ? library->getError() : "SDL2 is not installed";
-    }
-
-private:
-    const SdlLibrary* library_;
-    bool good_;
-};
-
 constexpr int blockFrames = 1024;
 
 }
 
 class SoundOutput::Device {
 public:
-    Device(const char* driver, SoundOutput& output) : system_(driver)
+    /// Without a system it is no device.
+    Device(std::shared_ptr<const SoundSystem> system, SoundOutput& output) : system_(std::move(system))
     {
         if (!system_)
             return;
@@ -58,20 +30,22 @@ public:
         wanted.callback = &Device::callback;
         wanted.userdata = &output;
         // No change is allowed, so SDL converts where the device wants something else.
-        device_ = system_->openAudioDevice(nullptr, 0, &wanted, nullptr, 0);
+        device_ = system_->sdl().openAudioDevice(nullptr, 0, &wanted, nullptr, 0);
     }
 
     ~Device()
     {
         if (device_ != 0)
-            system_->closeAudioDevice(device_);
+            system_->sdl().closeAudioDevice(device_);
     }
 
     Device(const Device&) = delete;
     Device& operator=(const Device&) = delete;
 
     explicit operator bool() const { return device_ != 0; }
-    void rest(bool resting) const { system_->pauseAudioDevice(device_, resting ? 1 : 0); }
+    void rest(bool resting) const { system_->sdl().pauseAudioDevice(device_, resting ? 1 : 0); }
+    bool isSilent() const { return system_->isSilent(); }
+    bool isAlive() const { return system_->sdl().audioDeviceStatus(device_) != SDL_AUDIO_STOPPED; }
 
 private:
     static void callback(void* output, Uint8* bytes, int length)
@@ -81,7 +55,7 @@ private:
         static_cast<SoundOutput*>(output)->fill(block);
     }
 
-    SoundSystem system_;
+    std::shared_ptr<const SoundSystem> system_;
     SDL_AudioDeviceID device_ = 0;
 };
 
@@ -104,14 +78,15 @@ bool SoundOutput::add(std::shared_ptr<Voice> voice)
 
 bool SoundOutput::open()
 {
-    if (device_)
+    if (isAlive())
         return true;
-    auto device = std::make_unique<Device>(nullptr, *this);
+    device_.reset();
+    auto device = std::make_unique<Device>(SoundSystem::best(), *this);
     if (!*device) {
         const std::string why = SoundSystem::error();
         // One sound system at a time: the first must be gone before the silent one starts.
         device.reset();
-        device = std::make_unique<Device>("dummy", *this);
+        device = std::make_unique<Device>(SoundSystem::silent(), *this);
         if (!std::exchange(toldOfNoDevice_, true))
             log_.line("sound", "no sound device, playing silently: " + why);
     }
@@ -134,7 +109,32 @@ void SoundOutput::remove(const std::shared_ptr<Voice>& voice)
     if (!silent || !device_)
         return;
     device_->rest(true);
-    // A timer is not ended inside its own tick; add() and close() end it.
+    closeSoon();
+}
+
+bool SoundOutput::prepare()
+{
+    if (isAlive())
+        return true;
+    if (!open())
+        return false;
+    closeSoon();
+    return true;
+}
+
+bool SoundOutput::isAlive() const
+{
+    return device_ != nullptr && device_->isAlive();
+}
+
+bool SoundOutput::isSilent() const
+{
+    return device_ == nullptr || device_->isSilent();
+}
+
+/// A timer is not ended inside its own tick; add() and close() end it.
+void SoundOutput::closeSoon()
+{
     restTimer_ = loop_.every(std::chrono::seconds{2}, [this] { device_.reset(); });
 }
 

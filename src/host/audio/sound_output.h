@@ -29,6 +29,15 @@ public:
     /// The voice is not touched any more when this returns; the block that sounds just now still does.
     void remove(const std::shared_ptr<Voice>& voice);
 
+    /// Opens the device for a voice that is about to come, so that it is heard at once. False as for add().
+    bool prepare();
+
+    /// False also for a device that went away: voices go on as if it was there, and the next one opens it again.
+    [[nodiscard]] bool isAlive() const;
+
+    /// Nothing of the voices can be heard: the device is the silent one, or not open.
+    [[nodiscard]] bool isSilent() const;
+
     /// Closes the device; takes about as long as two of its blocks, 50 ms. The next voice opens it again.
     void close();
 
@@ -41,6 +50,7 @@ private:
     class Device;
 
     bool open();
+    void closeSoon();
     void fill(std::span<std::int16_t> block);
 
     platform::EventLoop& loop_;

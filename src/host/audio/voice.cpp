@@ -41,6 +41,8 @@ void Voice::mixInto(std::span<std::int16_t> block, Time now)
         const std::size_t bytes = std::min(piece.size(), block.size_bytes());
         const auto frames = piece.first(bytes);
         add(frames, block);
+        if (tap_)
+            tap_(frames);
         coming_.peaks = peaksOf(frames, coming_.peaks);
         source_->take(bytes);
         taken_ += static_cast<std::int64_t>(bytes);

@@ -4,6 +4,7 @@
 #include "host/audio/sound.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 namespace tonquay::host {
@@ -28,6 +29,11 @@ public:
     /// leaves the near one. 100 and 0 give the samples exactly as they are on the disc.
     void setGains(float volume, float pan);
 
+    /// Has `tap` told of every frame that is mixed from now on, as it is on the disc; an empty one ends that. It is
+    /// called where mixInto() is and may as little wait or allocate.
+    using Tap = std::function<void(std::span<const std::byte> frames)>;
+    void setTap(Tap tap) { tap_ = std::move(tap); }
+
     void seek(std::int64_t position);
 
     /// To be called when the voice leaves the mixer: nothing of it sounds any more, the place stays.
@@ -51,6 +57,7 @@ private:
     void add(std::span<const std::byte> frames, std::span<std::int16_t> block) const;
 
     std::unique_ptr<ReadAhead> source_;
+    Tap tap_;
     std::int32_t leftGain_;
     std::int32_t rightGain_;
     std::int64_t taken_ = 0;

@@ -4,6 +4,7 @@
 #include "host/acd/host_acd_control.h"
 #include "host/audio/host_audio_engine.h"
 #include "host/drives/host_discs.h"
+#include "host/mci/host_mci.h"
 #include "host/posix/program_search.h"
 #include "host/real/private_folder.h"
 #include "host/system/end_actions.h"
@@ -63,6 +64,7 @@ struct RealHost::Services {
     HostAudioEngine engine;
     HostWmaEncoder wma;
     HostAcdControl acd;
+    HostMci mci;
     std::optional<Interrupt> interrupt;
     platform::MachinePrograms programs;
 
@@ -85,7 +87,9 @@ struct RealHost::Services {
               {.tempFolder = places.tempFolder, .screenWidth = given.screenWidth, .screenHeight = given.screenHeight}),
           engine(drives, loop, log),
           wma(files, log),
-          acd(drives, files, loop, log)
+          acd(drives, files, loop, log),
+          mci(drives, files, loop, log,
+              {.folder = places.tempFolder, .selectedDrive = [this] { return acd.selectedDrive(); }})
     {
         if (privateFolder) {
             endActions.add([this] { privateFolder->remove(); });
@@ -143,8 +147,8 @@ base::Status RealHost::open(Settings settings)
 platform::Platform RealHost::platform()
 {
     Services& s = *services_;
-    return {s.files, s.processes, s.loop,     s.clock,  s.dialogs, s.engine,
-            s.wma,   s.acd,       s.settings, s.system, s.help,    s.log};
+    return {s.files, s.processes, s.loop,     s.clock,  s.dialogs, s.engine, s.wma,
+            s.acd,   s.mci,       s.settings, s.system, s.help,    s.log};
 }
 
 const platform::MachinePrograms& RealHost::programs() const

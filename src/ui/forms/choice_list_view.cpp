@@ -9,6 +9,7 @@ ChoiceListView::ChoiceListView(controls::ChoiceList& list, QWidget* parent) : QL
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setTextElideMode(Qt::ElideRight);
+    bindings_.show(list.enabled, [this](const bool& enabled) { setEnabled(enabled); });
     bindings_.keep(list.follow([this] { takeOver(); }));
     takeOver();
     connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
@@ -35,6 +36,13 @@ void ChoiceListView::takeOver()
             item(row)->setToolTip(texts[row]);
     }
     setCurrentRow(list_.index());
+}
+
+/// Rows that were measured before it had its style would lie too close.
+void ChoiceListView::showEvent(QShowEvent* event)
+{
+    QListWidget::showEvent(event);
+    scheduleDelayedItemsLayout();
 }
 
 QSize ChoiceListView::sizeHint() const

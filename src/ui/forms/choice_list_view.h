@@ -15,6 +15,9 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return {120, sizeHint().height() * 2 / 3}; }
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     void takeOver();
 

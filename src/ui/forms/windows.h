@@ -4,8 +4,8 @@
 #include "platform/platform.h"
 #include "state/forms.h"
 #include "state/settings.h"
+#include "ui/forms/capture_window.h"
 #include "ui/forms/engine_window.h"
-#include "ui/forms/forms_to_come.h"
 #include "ui/forms/main_window.h"
 #include "ui/forms/partial_window.h"
 #include "ui/forms/popup_menu_view.h"
@@ -26,7 +26,7 @@ public:
           tagger_(forms.controlsOf<state::Id3autoControls>()),
           partial_(forms.controlsOf<state::TrkcustControls>()),
           setup_(forms.controlsOf<state::CdriptabControls>(), platform.files, platform.dialogs),
-          formsToCome_(forms, platform.dialogs, platform.loop)
+          capture_(forms.controlsOf<state::CdrecaltControls>(), platform.files)
     {
         main_.mayEndRun = [dialogs = &platform.dialogs] {
             using Dialogs = platform::Dialogs;
@@ -46,7 +46,7 @@ private:
     TaggerWindow tagger_;
     PartialWindow partial_;
     SetupWindow setup_;
-    FormsToCome formsToCome_;
+    CaptureWindow capture_;
     std::optional<EngineWindow> engine_;
 };
 

@@ -1,6 +1,7 @@
 #include "ui/ripdeck/run_report.h"
 
 #include "platform/acd_control.h"
+#include "platform/mci.h"
 #include "platform/wma_encoder.h"
 
 #include <algorithm>
@@ -21,14 +22,14 @@ bool tellsOfTrouble(std::string_view area, std::string_view text)
         return text.find("gets no tag") != std::string_view::npos;
     if (area == "engine")
         return text.find("left out") != std::string_view::npos;
-    constexpr std::array<std::string_view, 4> areas{"passed over", "extraction", platform::AcdControl::refusedArea,
-                                                    platform::WmaEncoder::troubleArea};
+    constexpr std::array<std::string_view, 5> areas{"passed over", "extraction", platform::AcdControl::refusedArea,
+                                                    platform::WmaEncoder::troubleArea, platform::Mci::troubleArea};
     return std::ranges::find(areas, area) != areas.end();
 }
 
-std::string tracksText(int count)
+std::string countText(int count, const std::string& what)
 {
-    return count == 1 ? std::string("1 track") : std::to_string(count) + " tracks";
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 }
@@ -48,6 +49,8 @@ RunReport::RunReport(state::RipdeckControls& ripdeck, platform::EventLoop& loop,
 void RunReport::line(std::string_view area, std::string_view text)
 {
     constexpr std::size_t most = 100;
+    if ((running_ || waiting_) && area == platform::Mci::savedArea)
+        ++recorded_;
     if ((running_ || waiting_) && problems_.size() < most && tellsOfTrouble(area, text))
         problems_.emplace_back(text);
 }
@@ -63,6 +66,7 @@ void RunReport::begin()
     running_ = true;
     waiting_.reset();
     whole_ = 0;
+    recorded_ = 0;
     problems_.clear();
     questions_.tellNews({});
 }
@@ -90,8 +94,9 @@ void RunReport::tell()
             {.good = false,
              .text = problems_.front() + (others > 0 ? " (and " + std::to_string(others) + " more)" : std::string()),
              .problems = problems_});
-    } else if (whole_ > 0) {
-        questions_.tellNews({.good = true, .text = tracksText(whole_) + " in " + questions_.folder()});
+    } else if (whole_ > 0 || recorded_ > 0) {
+        const std::string made = whole_ > 0 ? countText(whole_, "track") : countText(recorded_, "recording");
+        questions_.tellNews({.good = true, .text = made + " in " + questions_.folder()});
     } else {
         questions_.tellNews({});
     }

@@ -13,9 +13,9 @@
 
 namespace tonquay::ui {
 
-/// What a person is told of a run when it is over, since the run itself shows nothing: how many tracks were read and
-/// where their files are, or what went wrong. It rests on what the readers delivered and on the lines that failing
-/// steps leave, and changes nothing.
+/// What a person is told of a run when it is over, since the run itself shows nothing: how many tracks were read or
+/// recorded and where their files are, or what went wrong. It rests on what the readers delivered and on the lines that
+/// failing steps leave, and changes nothing.
 class RunReport {
 public:
     struct Result {
@@ -49,6 +49,7 @@ private:
     std::unique_ptr<platform::EventLoop::LoopTimer> waiting_; ///< for encoders in the background
     bool running_ = false;
     int whole_ = 0;
+    int recorded_ = 0;
     std::vector<std::string> problems_;
 };
 
