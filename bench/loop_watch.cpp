@@ -113,8 +113,7 @@ int main(int count, char** arguments)
         return 1;
     const platform::Platform real = host.platform();
     WatchedLoop loop(real.loop);
-    platform::Platform platform{real.files, real.processes, loop,        real.clock, real.dialogs, real.engine,
-                                real.acd,   real.settings,  real.system, real.help,  real.log};
+    platform::Platform platform = real.with(loop);
     const auto table = host.discs().read(L'D');
     if (!table)
         return 1;

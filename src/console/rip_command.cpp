@@ -272,7 +272,7 @@ base::Status RipCommand::startProgram()
         if (session_)
             session_->breakOff("the program was ended");
     });
-    program_ = std::make_unique<app::Program>(processes_->in(*platform_));
+    program_ = std::make_unique<app::Program>(platform_->with(*processes_));
     program_->start(platform::programFolder);
     return cameBackRight(settings_, program_->state().settings, platform_->files);
 }

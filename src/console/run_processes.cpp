@@ -48,10 +48,4 @@ bool RunProcesses::allEnded()
     return all;
 }
 
-platform::Platform RunProcesses::in(const platform::Platform& world)
-{
-    return {world.files, *this,     world.loop,     world.clock,  world.dialogs, world.engine, world.wma,
-            world.acd,   world.mci, world.settings, world.system, world.help,    world.log};
-}
-
 }

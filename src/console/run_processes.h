@@ -27,9 +27,6 @@ public:
     /// True when no child that was started here lives any more.
     bool allEnded();
 
-    /// The world with these processes in it.
-    platform::Platform in(const platform::Platform& world);
-
 private:
     platform::Processes& real_;
     std::function<void()> beforeEnd_;

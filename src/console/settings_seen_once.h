@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/platform.h"
 #include "platform/settings_store.h"
 
 #include <map>
@@ -32,13 +31,6 @@ public:
     {
         real_.set(section, key, value);
         sections_.clear();
-    }
-
-    /// The world with these settings in it.
-    platform::Platform in(const platform::Platform& world)
-    {
-        return {world.files, world.processes, world.loop, world.clock,  world.dialogs, world.engine, world.wma,
-                world.acd,   world.mci,       *this,      world.system, world.help,    world.log};
     }
 
 private:

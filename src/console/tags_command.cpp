@@ -203,7 +203,7 @@ ExitStatus showTags(Screen& screen, const TagsOptions& options, RunHost& host)
     }
     platform::Platform platform = *opened;
     SettingsSeenOnce settings(platform.settings);
-    TagsRun run(screen, options, host, settings.in(platform));
+    TagsRun run(screen, options, host, platform.with(settings));
     for (const std::string& file : options.files) {
         platform.loop.pass();
         if (brokenOff)

@@ -177,7 +177,7 @@ void convert(Conversion& conversion, const std::wstring& decoder, const platform
     RunProcesses processes(platform.processes, [] {});
     processes.followEnds(
         [&](platform::Processes::Child child) { conversion.decoderEnded(processes.exitCode(child).value_or(1)); });
-    app::Program program(processes.in(platform));
+    app::Program program(platform.with(processes));
     state::AppState& state = program.state();
     state.folders.appFolder = platform::programFolder;
     state.folders.windowsFolder = platform.system.windowsFolder();

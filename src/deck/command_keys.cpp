@@ -81,11 +81,7 @@ void CommandKeys::openPartialRip()
 
 void CommandKeys::openDiscTags()
 {
-    // One that is open closes in its own mode.
-    controls::Form& tagger = forms_.controlsOf<state::Id3autoControls>().form;
-    tagger.unload();
-    state_.flags.autoTagMode = state::enterDiscTags;
-    tagger.show();
+    state::showTagger(forms_.controlsOf<state::Id3autoControls>(), state_.flags, state::enterDiscTags);
 }
 
 }

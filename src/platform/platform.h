@@ -31,6 +31,20 @@ struct Platform {
     SystemInfo& system;
     HelpViewer& help;
     Diagnostics& log;
+
+    /// The same world with another one in the place of one of its parts.
+    Platform with(Processes& other) const
+    {
+        return {files, other, loop, clock, dialogs, engine, wma, acd, mci, settings, system, help, log};
+    }
+    Platform with(EventLoop& other) const
+    {
+        return {files, processes, other, clock, dialogs, engine, wma, acd, mci, settings, system, help, log};
+    }
+    Platform with(SettingsStore& other) const
+    {
+        return {files, processes, loop, clock, dialogs, engine, wma, acd, mci, other, system, help, log};
+    }
 };
 
 }

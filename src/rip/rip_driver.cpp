@@ -208,11 +208,7 @@ void RipDriver::tagFiles()
     if (encoderNameHas(L"OGG"))
         return;
     platform_.clock.delay(settleTime);
-    // Afresh, since it works while it loads, and a person may have it open; that one closes in its own mode.
-    controls::Form& tagger = forms_.controlsOf<state::Id3autoControls>().form;
-    tagger.unload();
-    state_.flags.autoTagMode = state::tagRun;
-    tagger.show();
+    state::showTagger(forms_.controlsOf<state::Id3autoControls>(), state_.flags, state::tagRun);
 }
 
 void RipDriver::finish()

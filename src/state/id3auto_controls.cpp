@@ -25,4 +25,11 @@ void Id3autoControls::resetToDesign()
     focused = TaggerFocus::artist;
 }
 
+void showTagger(Id3autoControls& tagger, RunFlags& flags, std::int16_t mode)
+{
+    tagger.form.unload();
+    flags.autoTagMode = mode;
+    tagger.form.show();
+}
+
 }

@@ -5,6 +5,9 @@
 #include "controls/label.h"
 #include "controls/lists.h"
 #include "controls/text_box.h"
+#include "state/run_flags.h"
+
+#include <cstdint>
 
 namespace tonquay::state {
 
@@ -34,5 +37,9 @@ struct Id3autoControls {
 private:
     void resetToDesign();
 };
+
+/// Shows the tagger in a mode of its own (autoTagMode). Afresh, since it works while it loads, and one that is open
+/// already closes in the mode that it was opened in.
+void showTagger(Id3autoControls& tagger, RunFlags& flags, std::int16_t mode);
 
 }

@@ -248,10 +248,7 @@ void TagPage::paste()
 
 void TagPage::autoTag()
 {
-    controls::Form& tagger = forms_.controlsOf<state::Id3autoControls>().form;
-    tagger.unload();
-    state_.flags.autoTagMode = state::tagDisc;
-    tagger.show();
+    state::showTagger(forms_.controlsOf<state::Id3autoControls>(), state_.flags, state::tagDisc);
 }
 
 void TagPage::openUtility()
