@@ -12,11 +12,15 @@ pkg_check_modules(SNDFILE REQUIRED IMPORTED_TARGET sndfile)
 pkg_check_modules(SDL2 REQUIRED sdl2)
 pkg_check_modules(DEFLATE REQUIRED IMPORTED_TARGET libdeflate)
 pkg_check_modules(TAGLIB REQUIRED IMPORTED_TARGET taglib)
-pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavformat libavcodec libavutil)
+pkg_check_modules(FFMPEG REQUIRED libavformat libavcodec libavutil)
 # Of SDL only the headers: the library is loaded by the first sound.
 add_library(sdl_headers INTERFACE)
 target_include_directories(sdl_headers SYSTEM INTERFACE ${SDL2_INCLUDE_DIRS})
 target_link_libraries(sdl_headers INTERFACE ${CMAKE_DL_LIBS})
+# Of FFmpeg, too: the first WMA file loads it.
+add_library(ffmpeg_headers INTERFACE)
+target_include_directories(ffmpeg_headers SYSTEM INTERFACE ${FFMPEG_INCLUDE_DIRS})
+target_link_libraries(ffmpeg_headers INTERFACE ${CMAKE_DL_LIBS})
 
 if(TONQUAY_TESTS)
     find_package(GTest REQUIRED)

@@ -115,10 +115,10 @@ private:
 AsfFile::AsfFile(std::unique_ptr<platform::BinaryFile> file, std::string where)
     : where_(std::move(where)),
       bytes_(std::make_unique<Bytes>(std::move(file))),
-      packet_(av_packet_alloc())
+      packet_(ffmpeg::library().av_packet_alloc())
 {
     AVFormatContext* made = nullptr;
-    avformat_alloc_output_context2(&made, nullptr, "asf", nullptr);
+    ffmpeg::library().avformat_alloc_output_context2(&made, nullptr, "asf", nullptr);
     output_.reset(made);
 }
 
@@ -127,7 +127,7 @@ AsfFile::~AsfFile() = default;
 void AsfFile::setTag(const std::string& key, std::wstring_view text)
 {
     if (output_)
-        av_dict_set(&output_->metadata, key.c_str(), base::utf8(text).c_str(), 0);
+        ffmpeg::library().av_dict_set(&output_->metadata, key.c_str(), base::utf8(text).c_str(), 0);
     // The library has it among the further tags only.
     if (key == "Description")
         bytes_->setDescription(text);
@@ -136,10 +136,11 @@ void AsfFile::setTag(const std::string& key, std::wstring_view text)
 base::Status AsfFile::makeOutput()
 {
     constexpr std::size_t bufferBytes = 64 << 10;
-    auto* const buffer = static_cast<std::uint8_t*>(av_malloc(bufferBytes));
+    auto* const buffer = static_cast<std::uint8_t*>(ffmpeg::library().av_malloc(bufferBytes));
     if (!output_ || !packet_ || buffer == nullptr)
         return base::Failure{base::Failure::Kind::unavailable, where_, "there is no writer of ASF files"};
-    stream_.reset(avio_alloc_context(buffer, bufferBytes, 1, bytes_.get(), nullptr, &Bytes::write, &Bytes::seek));
+    stream_.reset(ffmpeg::library().avio_alloc_context(buffer, bufferBytes, 1, bytes_.get(), nullptr, &Bytes::write,
+                                                       &Bytes::seek));
     output_->pb = stream_.get();
     // Without the library's own name among the tags, and the same bytes each time.
     output_->flags |= AVFMT_FLAG_CUSTOM_IO | AVFMT_FLAG_BITEXACT;
@@ -150,20 +151,20 @@ base::Status AsfFile::begin(const AVCodecContext& stream, std::int32_t blockFram
 {
     if (auto made = makeOutput(); !made)
         return made;
-    AVStream* const entry = avformat_new_stream(output_.get(), nullptr);
-    if (entry == nullptr || avcodec_parameters_from_context(entry->codecpar, &stream) < 0)
+    AVStream* const entry = ffmpeg::library().avformat_new_stream(output_.get(), nullptr);
+    if (entry == nullptr || ffmpeg::library().avcodec_parameters_from_context(entry->codecpar, &stream) < 0)
         return base::Failure{base::Failure::Kind::other, where_, "there is no memory for a stream"};
     sampleRate_ = stream.sample_rate;
     blockFrames_ = blockFrames;
     layout_ = layout;
 
     AVDictionary* options = nullptr;
-    av_dict_set_int(&options, "packet_size", static_cast<std::int64_t>(layout.packetBytes), 0);
-    const int error = avformat_write_header(output_.get(), &options);
-    av_dict_free(&options);
+    ffmpeg::library().av_dict_set_int(&options, "packet_size", static_cast<std::int64_t>(layout.packetBytes), 0);
+    const int error = ffmpeg::library().avformat_write_header(output_.get(), &options);
+    ffmpeg::library().av_dict_free(&options);
     if (error < 0)
         return failed("the header cannot be written", error);
-    avio_flush(stream_.get());
+    ffmpeg::library().avio_flush(stream_.get());
     return bytes_->putHeader();
 }
 
@@ -182,10 +183,10 @@ base::Status AsfFile::writeObject()
     packet_->size = static_cast<int>(object_.size());
     packet_->stream_index = 0;
     packet_->flags = AV_PKT_FLAG_KEY;
-    packet_->pts = av_rescale_q(blocks_ * blockFrames_, samples, ticks);
+    packet_->pts = ffmpeg::library().av_rescale_q(blocks_ * blockFrames_, samples, ticks);
     packet_->dts = packet_->pts;
-    packet_->duration = av_rescale_q(blocks * blockFrames_, samples, ticks);
-    const int error = av_write_frame(output_.get(), packet_.get());
+    packet_->duration = ffmpeg::library().av_rescale_q(blocks * blockFrames_, samples, ticks);
+    const int error = ffmpeg::library().av_write_frame(output_.get(), packet_.get());
     blocks_ += blocks;
     object_.clear();
     if (!bytes_->status())
@@ -198,12 +199,12 @@ base::Status AsfFile::finish(std::int64_t frames)
     if (!object_.empty())
         if (auto written = writeObject(); !written)
             return written;
-    const int error = av_write_trailer(output_.get());
-    avio_flush(stream_.get());
+    const int error = ffmpeg::library().av_write_trailer(output_.get());
+    ffmpeg::library().avio_flush(stream_.get());
     if (error < 0 && bytes_->status())
         return failed("the end cannot be written", error);
     constexpr std::int64_t unitsPerSecond = 10'000'000;
-    return bytes_->finish(av_rescale(frames, unitsPerSecond, sampleRate_));
+    return bytes_->finish(ffmpeg::library().av_rescale(frames, unitsPerSecond, sampleRate_));
 }
 
 base::Failure AsfFile::failed(const char* what, int error) const

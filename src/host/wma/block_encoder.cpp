@@ -30,14 +30,15 @@ std::int64_t rateOf(std::size_t blockBytes)
 /// A frame of silence; null without memory.
 ffmpeg::Frame frameFor(const AVCodecContext& codec)
 {
-    ffmpeg::Frame frame(av_frame_alloc());
+    ffmpeg::Frame frame(ffmpeg::library().av_frame_alloc());
     if (!frame)
         return frame;
     frame->format = codec.sample_fmt;
     frame->nb_samples = codec.frame_size;
     frame->sample_rate = codec.sample_rate;
-    if (av_channel_layout_copy(&frame->ch_layout, &codec.ch_layout) < 0 || av_frame_get_buffer(frame.get(), 0) < 0 ||
-        av_samples_set_silence(frame->extended_data, 0, frame->nb_samples, 2, codec.sample_fmt) < 0)
+    if (ffmpeg::library().av_channel_layout_copy(&frame->ch_layout, &codec.ch_layout) < 0 ||
+        ffmpeg::library().av_frame_get_buffer(frame.get(), 0) < 0 ||
+        ffmpeg::library().av_samples_set_silence(frame->extended_data, 0, frame->nb_samples, 2, codec.sample_fmt) < 0)
         frame.reset();
     return frame;
 }
@@ -60,18 +61,20 @@ float sampleAt(std::span<const std::byte> sound, std::size_t offset)
 
 base::Result<BlockEncoder> BlockEncoder::open(std::size_t blockBytes)
 {
-    ffmpeg::silence();
-    const AVCodec* kind = avcodec_find_encoder(AV_CODEC_ID_WMAV2);
-    ffmpeg::Codec codec(kind == nullptr ? nullptr : avcodec_alloc_context3(kind));
-    ffmpeg::Packet packet(av_packet_alloc());
+    if (ffmpeg::Library::load() == nullptr)
+        return base::Failure{base::Failure::Kind::unavailable, "Windows Media Audio",
+                             "FFmpeg's libraries, which encode it, are not installed"};
+    const AVCodec* kind = ffmpeg::library().avcodec_find_encoder(AV_CODEC_ID_WMAV2);
+    ffmpeg::Codec codec(kind == nullptr ? nullptr : ffmpeg::library().avcodec_alloc_context3(kind));
+    ffmpeg::Packet packet(ffmpeg::library().av_packet_alloc());
     if (!codec || !packet)
         return base::Failure{base::Failure::Kind::unavailable, "Windows Media Audio", "there is no encoder for it"};
     codec->bit_rate = rateOf(blockBytes);
     codec->sample_rate = base::red_book::samplesPerSecond;
     codec->sample_fmt = AV_SAMPLE_FMT_FLTP;
     codec->time_base = {1, codec->sample_rate};
-    av_channel_layout_default(&codec->ch_layout, 2);
-    if (const int error = avcodec_open2(codec.get(), kind, nullptr); error < 0)
+    ffmpeg::library().av_channel_layout_default(&codec->ch_layout, 2);
+    if (const int error = ffmpeg::library().avcodec_open2(codec.get(), kind, nullptr); error < 0)
         return failed("the encoder does not open", error);
     if (codec->frame_size != framesPerBlock || codec->block_align != static_cast<int>(blockBytes))
         return base::Failure{base::Failure::Kind::unavailable, "Windows Media Audio", "the encoder works otherwise"};
@@ -124,7 +127,7 @@ base::Status BlockEncoder::makeRoom()
 {
     if (filled_ > 0)
         return {};
-    if (const int error = av_frame_make_writable(frame_.get()); error < 0)
+    if (const int error = ffmpeg::library().av_frame_make_writable(frame_.get()); error < 0)
         return failed("there is no memory for sound", error);
     return {};
 }
@@ -157,22 +160,22 @@ base::Status BlockEncoder::encodeSilence(const Take& take)
 /// Leaves the block in packet_; the result is an error of the library or 0.
 int BlockEncoder::encode(AVFrame& frame)
 {
-    if (const int error = avcodec_send_frame(codec_.get(), &frame); error < 0)
+    if (const int error = ffmpeg::library().avcodec_send_frame(codec_.get(), &frame); error < 0)
         return error;
-    return avcodec_receive_packet(codec_.get(), packet_.get());
+    return ffmpeg::library().avcodec_receive_packet(codec_.get(), packet_.get());
 }
 
 /// A block spans two frames of sound, of which the encoder keeps the first; so both are halved.
 int BlockEncoder::encodeSofter()
 {
     for (AVFrame* const frame : {before_.get(), frame_.get()}) {
-        if (const int error = av_frame_make_writable(frame); error < 0)
+        if (const int error = ffmpeg::library().av_frame_make_writable(frame); error < 0)
             return error;
         for (const std::size_t side : {0U, 1U})
             std::ranges::for_each(channel(*frame, side), [](float& sample) { sample /= 2; });
     }
     if (encode(*before_) == 0)
-        av_packet_unref(packet_.get());
+        ffmpeg::library().av_packet_unref(packet_.get());
     return encode(*frame_);
 }
 
@@ -187,7 +190,7 @@ base::Status BlockEncoder::encodeFrame(const Take& take)
         return failed("the sound cannot be encoded", error);
     std::swap(frame_, before_);
     base::Status taken = take(std::as_bytes(std::span(packet_->data, static_cast<std::size_t>(packet_->size))));
-    av_packet_unref(packet_.get());
+    ffmpeg::library().av_packet_unref(packet_.get());
     return taken;
 }
 

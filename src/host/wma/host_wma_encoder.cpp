@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "host/wma/asf_file.h"
 #include "host/wma/block_encoder.h"
+#include "host/wma/ffmpeg_library.h"
 
 #include <algorithm>
 #include <array>
@@ -16,8 +17,8 @@ using base::Status;
 
 namespace {
 
-/// The rates that people know of these files; each is offered if the encoder takes it.
-constexpr std::array<std::uint32_t, 14> usualRates{32000,  40000,  48000,  56000,  64000,  80000,  96000,
+/// The rates that people know of these files. The encoder takes every one.
+constexpr std::array<std::uint32_t, 14> takenRates{32000,  40000,  48000,  56000,  64000,  80000,  96000,
                                                    112000, 128000, 160000, 192000, 224000, 256000, 320000};
 
 constexpr std::uint32_t firstHandle = 0x8000'0000;
@@ -130,13 +131,14 @@ std::vector<std::uint32_t> HostWmaEncoder::BASS_WMA_EncodeGetRates(std::uint32_t
         tell(Failure{Failure::Kind::unavailable, "Windows Media Audio", "only sound as discs have it can be encoded"});
         return {};
     }
-    if (!rates_) {
-        rates_.emplace();
-        std::ranges::copy_if(usualRates, std::back_inserter(*rates_),
-                             [](std::uint32_t rate) { return static_cast<bool>(openEncoder(rate)); });
+    // Each of them was tried. The encoder itself is not asked: every start of the program comes here, and most rip
+    // something else.
+    if (ffmpeg::isInstalled()) {
+        tell({});
+        return {takenRates.begin(), takenRates.end()};
     }
-    tell(rates_->empty() ? Status(openEncoder(usualRates.back()).failure()) : Status());
-    return *rates_;
+    tell(Failure{Failure::Kind::unavailable, "Windows Media Audio", "FFmpeg's libraries are not installed"});
+    return {};
 }
 
 HostWmaEncoder::Handle HostWmaEncoder::BASS_WMA_EncodeOpenFile(std::uint32_t frequency, std::uint32_t channels,
@@ -148,7 +150,7 @@ HostWmaEncoder::Handle HostWmaEncoder::BASS_WMA_EncodeOpenFile(std::uint32_t fre
         tell(failure);
         return Handle{0};
     };
-    if (!isDiscSound(frequency, channels) || std::ranges::find(usualRates, bitrate) == usualRates.end())
+    if (!isDiscSound(frequency, channels) || std::ranges::find(takenRates, bitrate) == takenRates.end())
         return refuse({Failure::Kind::invalid, where,
                        "the WMA encoder offers no rate of " + std::to_string(bitrate) +
                            " bits per second; choose another bitrate"});

@@ -7,7 +7,6 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 
 namespace tonquay::host {
 
@@ -44,7 +43,6 @@ private:
 
     platform::FileSystem& files_;
     platform::Diagnostics& log_;
-    std::optional<std::vector<std::uint32_t>> rates_; ///< once they were asked for
     std::map<Handle, std::unique_ptr<Recording>> recordings_;
     Handle lastHandle_;
     std::int32_t lastError_ = 0;

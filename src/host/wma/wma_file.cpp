@@ -16,7 +16,7 @@ using platform::WmaFile;
 
 std::wstring tag(const AVFormatContext& file, const char* key)
 {
-    const AVDictionaryEntry* entry = av_dict_get(file.metadata, key, nullptr, 0);
+    const AVDictionaryEntry* entry = ffmpeg::library().av_dict_get(file.metadata, key, nullptr, 0);
     return entry == nullptr ? std::wstring() : base::fromFileBytes(entry->value);
 }
 
@@ -34,10 +34,10 @@ void takeTags(WmaFile& facts, const AVFormatContext& file)
 std::int64_t blocksIn(AVFormatContext& file, int blockBytes)
 {
     std::int64_t blocks = 0;
-    const ffmpeg::Packet packet(av_packet_alloc());
-    while (packet && av_read_frame(&file, packet.get()) >= 0) {
+    const ffmpeg::Packet packet(ffmpeg::library().av_packet_alloc());
+    while (packet && ffmpeg::library().av_read_frame(&file, packet.get()) >= 0) {
         blocks += packet->size / blockBytes;
-        av_packet_unref(packet.get());
+        ffmpeg::library().av_packet_unref(packet.get());
     }
     return blocks;
 }
@@ -52,9 +52,12 @@ double secondsOf(std::int64_t blocks)
 
 base::Result<WmaFile> readWmaFile(const std::string& hostPath)
 {
-    ffmpeg::silence();
+    if (ffmpeg::Library::load() == nullptr)
+        return base::Failure{base::Failure::Kind::unavailable, hostPath,
+                             "FFmpeg's libraries, which read it, are not installed"};
     AVFormatContext* opened = nullptr;
-    const int error = avformat_open_input(&opened, ("file:" + hostPath).c_str(), av_find_input_format("asf"), nullptr);
+    const int error = ffmpeg::library().avformat_open_input(&opened, ("file:" + hostPath).c_str(),
+                                                            ffmpeg::library().av_find_input_format("asf"), nullptr);
     const ffmpeg::Input file(opened);
     for (const int lack : {ENOENT, EACCES, EIO, EISDIR})
         if (error == AVERROR(lack))
