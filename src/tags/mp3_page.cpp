@@ -13,50 +13,54 @@ namespace {
 
 constexpr std::wstring_view lineEnd = L"\r\n";
 
-std::wstring sizeLine(std::int64_t length, std::wstring_view date)
+void addSizeLine(std::wstring& text, std::int64_t length, std::wstring_view date)
 {
-    std::wstring line = length > 0 ? L"Size:" + base::str(length) + L" bytes,  Date: " : L"Date/Time: ";
-    return line.append(date).append(lineEnd);
+    if (length > 0)
+        text.append(L"Size:").append(base::str(length)).append(L" bytes,  Date: ");
+    else
+        text.append(L"Date/Time: ");
+    text.append(date).append(lineEnd);
 }
 
 /// A value with what stands around it, or nothing for a blank one.
-std::wstring piece(std::wstring_view before, const std::wstring& value, std::wstring_view after)
+void addPiece(std::wstring& text, std::wstring_view before, std::wstring_view value, std::wstring_view after)
 {
-    if (base::isBlank(value))
-        return {};
-    return std::wstring(before).append(value).append(after);
+    if (!base::isBlank(value))
+        text.append(before).append(value).append(after);
 }
 
-std::wstring bitratePiece(const std::wstring& value)
+void addBitrate(std::wstring& text, const std::wstring& value)
 {
     std::int32_t bitrate = 0;
-    if (!base::store(base::val(value), bitrate) || bitrate < 1)
-        return {};
-    return L"Bitrate: " + base::digits(bitrate) + L" Kbps,  ";
+    if (base::store(base::val(value), bitrate) && bitrate >= 1)
+        addPiece(text, L"Bitrate: ", base::digits(bitrate), L" Kbps,  ");
 }
 
-std::wstring tagLine(const TagState& state)
+void addTagLine(std::wstring& text, const TagState& state)
 {
     const auto isBlank = [&](std::size_t place) { return base::isBlank(state.TagInfo[place]); };
-    std::wstring line;
-    if (!isBlank(slot::bitrate) || !isBlank(slot::artist) || !isBlank(slot::title))
-        line = L"ID3v1 Tag Present";
-    if (state.TagInfo[slot::id3v2] == L"2")
-        line += line.empty() ? L"ID3v2 Tag Present" : L", ID3v2 Tag Present";
-    return piece({}, line, lineEnd);
+    const bool first = !isBlank(slot::bitrate) || !isBlank(slot::artist) || !isBlank(slot::title);
+    const bool second = state.TagInfo[slot::id3v2] == L"2";
+    if (first)
+        text.append(second ? L"ID3v1 Tag Present, ID3v2 Tag Present" : L"ID3v1 Tag Present").append(lineEnd);
+    else if (second)
+        text.append(L"ID3v2 Tag Present").append(lineEnd);
 }
 
-std::wstring timeLine(const std::wstring& playSeconds)
+void addTimeLine(std::wstring& text, const std::wstring& playSeconds)
 {
     const double time = base::val(playSeconds);
     std::int32_t minutes = 0;
     std::int32_t total = 0;
     if (!base::store(std::floor(time / 60), minutes) || !base::store(std::floor(time + 0.5), total))
-        return {};
+        return;
     const std::int64_t seconds = total - std::int64_t{minutes} * 60;
-    if (minutes <= 0 && seconds <= 0)
-        return {};
-    return L"Track Time: " + base::digits(minutes) + L':' + base::twoDigits(seconds) + std::wstring(lineEnd);
+    if (minutes > 0 || seconds > 0)
+        text.append(L"Track Time: ")
+            .append(base::digits(minutes))
+            .append(L":")
+            .append(base::twoDigits(seconds))
+            .append(lineEnd);
 }
 
 }
@@ -80,14 +84,18 @@ TagFields tagFields(const TagState& state)
 std::wstring fileInformation(const TagState& state, std::int64_t length, std::wstring_view date)
 {
     const auto& slots = state.TagInfo;
-    std::wstring text = sizeLine(length, date);
+    constexpr std::size_t usualLength = 256;
+    std::wstring text;
+    text.reserve(usualLength);
+    addSizeLine(text, length, date);
     text.append(L"Type: MPEG 1.0 Layer 3").append(lineEnd);
-    text += bitratePiece(slots[slot::bitrate]);
-    text += piece(L"Frequency: ", slots[slot::sampleRate], L" KHz\r\n");
-    text += piece(L"Channel Info: ", slots[slot::channels], L",  ");
-    text += piece(L"VBR Encoding:  ", slots[slot::vbr], lineEnd);
-    text += tagLine(state);
-    return text + timeLine(slots[slot::playSeconds]);
+    addBitrate(text, slots[slot::bitrate]);
+    addPiece(text, L"Frequency: ", slots[slot::sampleRate], L" KHz\r\n");
+    addPiece(text, L"Channel Info: ", slots[slot::channels], L",  ");
+    addPiece(text, L"VBR Encoding:  ", slots[slot::vbr], lineEnd);
+    addTagLine(text, state);
+    addTimeLine(text, slots[slot::playSeconds]);
+    return text;
 }
 
 }

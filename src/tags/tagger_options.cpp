@@ -62,15 +62,26 @@ void COptions::ConvertUnderscore(bool on)
 void COptions::readOptions()
 {
     const auto stored = store_.all(section);
-    const auto text = [&stored](std::wstring_view key, std::wstring_view fallback) -> std::wstring_view {
-        if (stored.empty())
-            return fallback;
-        const auto found = stored.find(base::upper(key));
-        return found == stored.end() ? fallback : std::wstring_view(found->second);
+    const auto find = [&stored](std::wstring_view key) {
+        const auto found = stored.empty() ? stored.end() : stored.find(base::upper(key));
+        return found == stored.end() ? nullptr : &found->second;
     };
-    const auto flag = [&text](std::wstring_view key, bool fallback) { return isOn(text(key, flagText(fallback))); };
+    const auto text = [&find](std::wstring_view key, std::wstring_view fallback) -> std::wstring_view {
+        const std::wstring* const found = find(key);
+        return found == nullptr ? fallback : std::wstring_view(*found);
+    };
+    const auto flag = [&find](std::wstring_view key, bool fallback) {
+        const std::wstring* const found = find(key);
+        return found == nullptr ? fallback : isOn(*found);
+    };
+    const auto number = [&find](std::wstring_view key, auto fallback, auto& field) {
+        if (const std::wstring* const found = find(key); found != nullptr)
+            takeNumber(*found, field);
+        else
+            field = fallback;
+    };
     genreListName_ = text(L"GenreListName", defaultGenreList_);
-    takeNumber(text(L"DefaultGenre", L"0"), defaultGenre_);
+    number(L"DefaultGenre", std::uint8_t{0}, defaultGenre_);
     startDir_ = text(L"StartDir", applicationFolder_);
     fillUp_ = text(L"FillUp", L"");
     askReadOnly_ = flag(L"AskReadOnly", true);
@@ -78,12 +89,12 @@ void COptions::readOptions()
     showMp3Error_ = flag(L"ShowMp3Error", false);
     convertTrackNo_ = flag(L"ConvertTrackNo", true);
     recognize_ = text(L"Recognize", L"12345");
-    takeNumber(text(L"ConvertTo", L"1"), convertTo_);
+    number(L"ConvertTo", std::int16_t{1}, convertTo_);
     ConvertUnderscore(flag(L"ConvertUnderscore", true));
     mp3Player_ = text(L"mp3Player", L"");
     infoInclude_ = text(L"InfoInclude", L"");
     fillOnlyEmpty_ = flag(L"FillOnlyEmpty", true);
-    takeNumber(text(L"TrackNoAtBeginning", L"2"), trackNo_);
+    number(L"TrackNoAtBeginning", std::uint8_t{2}, trackNo_);
     lowercase_ = flag(L"Lowercase", true);
 }
 

@@ -36,8 +36,7 @@ inline std::chrono::local_seconds wallTime(std::time_t moment)
 {
     std::tm local{};
     localtime_r(&moment, &local);
-    // Its fields counted as if there were no time zones give the time on the wall.
-    return std::chrono::local_seconds(std::chrono::seconds(timegm(&local)));
+    return std::chrono::local_seconds(std::chrono::seconds(moment + local.tm_gmtoff));
 }
 
 inline base::Failure refused(const std::string& where, const char* text)

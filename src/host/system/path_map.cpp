@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <memory>
 #include <sys/stat.h>
+#include <utility>
 
 namespace tonquay::host {
 
@@ -151,14 +152,46 @@ const std::string* PathMap::asGiven(std::wstring_view path) const
 {
     if (!path.empty() && path == lastPath_)
         return &lastHost_;
+    lastPath_.clear();
+    if (joinsPlainly(path)) {
+        lastPath_ = path;
+        return &lastHost_;
+    }
     const auto place = this->place(path);
     if (!place || place->drive != L'C')
         return nullptr;
     lastHost_ = joinedAsGiven(*place);
-    // A path that starts at a current folder means something else when that changes.
-    const bool whole = path.size() > 2 && path[1] == L':' && (path[2] == L'\\' || path[2] == L'/');
-    lastPath_.assign(whole ? path : std::wstring_view());
     return &lastHost_;
+}
+
+/// Puts the host path of most paths together without taking them apart first: of those that begin at the root of C: and
+/// go down only. Others, and those that start at a current folder, which may change, are none of its business.
+bool PathMap::joinsPlainly(std::wstring_view path) const
+{
+    constexpr std::wstring_view separators = L"\\/";
+    const bool whole = path.size() > 2 && base::upper(path[0]) == L'C' && path[1] == L':' &&
+                       separators.find(path[2]) != std::wstring_view::npos;
+    if (!whole || path.find(L'\0') != std::wstring_view::npos)
+        return false;
+    path.remove_prefix(3);
+    lastHost_ = drives_.root;
+    for (bool first = true; !path.empty();) {
+        const std::size_t end = std::min(path.find_first_of(separators), path.size());
+        const std::wstring_view name = path.substr(0, end);
+        path.remove_prefix(std::min(end + 1, path.size()));
+        if (name == L"." || name == L"..")
+            return false;
+        if (name.empty())
+            continue;
+        if (std::exchange(first, false) && !drives_.programFolder.empty() && base::sameText(name, programFolderName)) {
+            lastHost_ = drives_.programFolder;
+            continue;
+        }
+        if (!lastHost_.ends_with('/'))
+            lastHost_ += '/';
+        lastHost_ += hostName(name);
+    }
+    return true;
 }
 
 std::string PathMap::host(const Place& place) const

@@ -58,6 +58,7 @@ public:
 
 private:
     bool beginsInProgramFolder(const Place& place) const;
+    bool joinsPlainly(std::wstring_view path) const;
     std::string joinedAsGiven(const Place& place) const;
 
     Drives drives_;
