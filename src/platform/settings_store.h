@@ -15,8 +15,8 @@ public:
     /// The stored text, or `fallback` when there is none or it cannot be read.
     virtual std::wstring get(std::wstring_view section, std::wstring_view key, std::wstring_view fallback) = 0;
 
-    /// All that is stored in a section: the values by their keys, which are in upper case. Empty when nothing is, or when
-    /// it cannot be read. For who needs many of them: a look into the store costs the same for one as for all.
+    /// All that is stored in a section: the values by their keys, which are in upper case. Empty when nothing is, or
+    /// when it cannot be read. For who needs many of them: a look into the store costs the same for one as for all.
     virtual std::map<std::wstring, std::wstring> all(std::wstring_view section) = 0;
 
     /// Stores at once. A failure is passed over and leaves a line.

@@ -24,7 +24,7 @@ struct AppState {
     EngineState engine;
     WindowState window;
     tags::TagState tags;
-    tags::WavInfo wav; ///< of the WAV file that the tag page showed last
+    tags::WavInfo wav;                        ///< of the WAV file that the tag page showed last
     std::wstring TagFilePath;                 ///< the file that the tag page shows
     std::array<std::wstring, 7> TagClipboard; ///< title, artist, album, comment, year, genre, track
     TrackTable<std::int32_t> analogTrackSeconds;

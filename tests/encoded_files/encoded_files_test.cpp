@@ -43,7 +43,8 @@ protected:
         expected.format = format;
         expected.playSeconds = sectors / 75.0;
         writeHostFile(folder / "judged", bytes);
-        return judgeEncoded(folder / "judged", expected, [](const std::string& path) { return host::readFileTags(path); });
+        return judgeEncoded(folder / "judged", expected,
+                            [](const std::string& path) { return host::readFileTags(path); });
     }
 
     void judgeLame(const std::string& switches, int sectors)
