@@ -16,6 +16,8 @@ import sys
 import tempfile
 import time
 
+from image_runs import make_music
+
 build = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else "build/bench").resolve()
 rounds = int(sys.argv[2]) if len(sys.argv) > 2 else 5
 seconds = int(float(sys.argv[3]) * 60) if len(sys.argv) > 3 else 240
@@ -26,24 +28,6 @@ encoders = {
     "ogg": ["oggenc", "-q5", "{wav}"],
 }
 bitrates = {"mp3": "128", "ogg": "5"}
-
-
-def make_disc(folder):
-    """Music of a kind: plucked strings over soft noise, other notes in every track."""
-    with (folder / "disc.bin").open("wb") as image:
-        for track in range(tracks):
-            notes = [f"%{track * 2 - 9 + step}" for step in (0, 4, 7)]
-            subprocess.run(["sox", "-q", "-R", "-n", "-r", "44100", "-b", "16", "-c", "2", "-t", "raw", "-",
-                            "synth", "2", *sum((["pluck", note] for note in notes), []), "synth", "2", "brownnoise",
-                            "mix", "0.1", "repeat", str(seconds // 2 - 1), "gain", "-3"], check=True, stdout=image,
-                           stderr=subprocess.DEVNULL)
-    sectors = (folder / "disc.bin").stat().st_size // 2352
-    sheet = ['PERFORMER "Bench"', 'TITLE "Disc"', 'FILE "disc.bin" BINARY']
-    for track in range(tracks):
-        first = track * sectors // tracks
-        sheet += [f"  TRACK {track + 1:02} AUDIO",
-                  f"    INDEX 01 {first // 4500:02}:{first // 75 % 60:02}:{first % 75:02}"]
-    (folder / "disc.cue").write_text("\n".join(sheet) + "\n")
 
 
 def run(command, folder):
@@ -87,7 +71,7 @@ def by_hand(work, form, schedule):
 
 with tempfile.TemporaryDirectory(dir=os.environ.get("TONQUAY_BENCH_DIR", "/dev/shm")) as name:
     work = pathlib.Path(name)
-    make_disc(work)
+    make_music(work, tracks, seconds)
     for form in encoders:
         for schedule in ("single", "turbo"):
             ours, theirs = [], []

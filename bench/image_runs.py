@@ -1,4 +1,4 @@
-"""What the benchmarks of whole rips share: a made image, and one run of a program over it."""
+"""What the benchmarks of whole rips share: made images, and one run of a program over them."""
 import os
 import shutil
 import subprocess
@@ -12,13 +12,32 @@ def make_image(folder, tracks, sectors):
         left = sectors * 2352
         while left:
             left -= out.write(os.urandom(min(left, 1 << 20)))
-    sheet = ['FILE "big.bin" BINARY']
+    return write_sheet(folder / "big.bin", tracks)
+
+
+def make_music(folder, tracks, seconds):
+    """Music of a kind: plucked strings over soft noise, other notes in every track; returns the sheet."""
+    with (folder / "disc.bin").open("wb") as image:
+        for track in range(tracks):
+            notes = [f"%{track * 2 - 9 + step}" for step in (0, 4, 7)]
+            subprocess.run(["sox", "-q", "-R", "-n", "-r", "44100", "-b", "16", "-c", "2", "-t", "raw", "-",
+                            "synth", "2", *sum((["pluck", note] for note in notes), []), "synth", "2", "brownnoise",
+                            "mix", "0.1", "repeat", str(seconds // 2 - 1), "gain", "-3"], check=True, stdout=image,
+                           stderr=subprocess.DEVNULL)
+    return write_sheet(folder / "disc.bin", tracks)
+
+
+def write_sheet(image, tracks):
+    """A sheet beside the image, with names and tracks of one length; returns it."""
+    sectors = image.stat().st_size // 2352
+    sheet = ['PERFORMER "Bench"', 'TITLE "Disc"', f'FILE "{image.name}" BINARY']
     for track in range(tracks):
         first = track * sectors // tracks
         sheet += [f"  TRACK {track + 1:02} AUDIO",
                   f"    INDEX 01 {first // 4500:02}:{first // 75 % 60:02}:{first % 75:02}"]
-    (folder / "big.cue").write_text("\n".join(sheet) + "\n")
-    return folder / "big.cue"
+    path = image.with_suffix(".cue")
+    path.write_text("\n".join(sheet) + "\n")
+    return path
 
 
 def run(command, folder):

@@ -1,13 +1,12 @@
 #include "console/file_report.h"
 
-#include "base/numbers.h"
 #include "console/play_time.h"
 #include "console/screen_text.h"
+#include "console/tag_changes.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-#include <array>
 #include <cmath>
 
 namespace tonquay::console {
@@ -38,11 +37,6 @@ std::string_view kindName(FileTags::Kind kind)
     return {};
 }
 
-std::wstring number(int value)
-{
-    return value > 0 ? base::digits(value) : std::wstring();
-}
-
 std::string channelWords(int channels)
 {
     return channels == 1 ? "mono" : channels == 2 ? "stereo" : fmt::format("{} channels", channels);
@@ -57,17 +51,15 @@ std::string reportText(const FileReport& report)
     std::string text = fmt::format("{}\n  {}, {} kbps, {} Hz, {}, {}\n", shownBytes(report.file), kindName(tags.kind),
                                    stream.bitrateKbps, stream.sampleRateHz, channelWords(stream.channels),
                                    clockText(std::llround(stream.seconds)));
-    const auto add = [&text](std::string_view caption, const std::wstring& value) {
-        if (!value.empty())
-            text += fmt::format("  {:<9}{}\n", caption, shown(value));
-    };
-    add("Title", tags.title);
-    add("Artist", tags.artist);
-    add("Album", tags.album);
-    add("Genre", tags.genre);
-    add("Year", number(tags.year));
-    add("Track", number(tags.track));
-    add("Comment", tags.comment);
+    const TagChanges fields = fieldsOf(tags);
+    for (const auto& [field, name] : tagFieldNames) {
+        const std::wstring& value = fields.at(field);
+        if (value.empty())
+            continue;
+        std::string caption(name);
+        caption.front() = static_cast<char>(caption.front() - 'a' + 'A');
+        text += fmt::format("  {:<9}{}\n", caption, shown(value));
+    }
     return text;
 }
 
@@ -81,10 +73,9 @@ std::string reportJson(const FileReport& report)
         const FileTags& tags = report.tags;
         json["kind"] = kindWord(tags.kind);
         json["info"] = jsonText(report.information);
-        json["fields"] = {{"title", jsonText(tags.title)},        {"artist", jsonText(tags.artist)},
-                          {"album", jsonText(tags.album)},        {"year", jsonText(number(tags.year))},
-                          {"genre", jsonText(tags.genre)},        {"comment", jsonText(tags.comment)},
-                          {"track", jsonText(number(tags.track))}};
+        const TagChanges fields = fieldsOf(tags);
+        for (const auto& [field, name] : tagFieldNames)
+            json["fields"][std::string(name)] = jsonText(fields.at(field));
         json["stream"] = {{"bitrate_kbps", tags.stream.bitrateKbps},
                           {"sample_rate_hz", tags.stream.sampleRateHz},
                           {"channels", tags.stream.channels},

@@ -31,15 +31,6 @@ constexpr std::array textFields{
     TextField{TagField::comment, tags::Id3v1Text::comment},
 };
 
-/// What a new block says of its own: all that is known.
-TagChanges asChanges(const platform::FileTags& known)
-{
-    const auto number = [](int value) { return value > 0 ? base::digits(value) : std::wstring(); };
-    return {{TagField::title, known.title},        {TagField::artist, known.artist}, {TagField::album, known.album},
-            {TagField::year, number(known.year)},  {TagField::genre, known.genre},   {TagField::comment, known.comment},
-            {TagField::track, number(known.track)}};
-}
-
 /// The last bytes of a file, and where they begin.
 struct End {
     std::int64_t fileLength = 0;
@@ -51,7 +42,10 @@ base::Result<End> readEnd(platform::FileSystem& files, std::wstring_view path)
     auto file = files.openForReading(path);
     if (!file)
         return file.failure();
-    End end{.fileLength = files.length(path)};
+    const auto facts = (*file)->facts();
+    if (!facts)
+        return facts.failure();
+    End end{.fileLength = facts->length};
     if (end.fileLength < blockBytes)
         return end;
     tags::Id3v1Block bytes{};
@@ -140,7 +134,7 @@ base::Result<std::vector<std::string>> editMp3Tag(platform::FileSystem& files, s
         return end.failure();
     tags::Id3v1Block block = end->block.value_or(tags::emptyId3v1Block());
     if (!end->block)
-        apply(asChanges(known), block, nullptr);
+        apply(fieldsOf(known), block, nullptr);
     std::vector<std::string> remarks;
     apply(changes, block, &remarks);
     const auto written = end->block ? replaceBlock(files, path, *end, block) : appendBlock(files, path, *end, block);

@@ -40,20 +40,14 @@ constexpr std::array fieldKeys{
     Keys{TagField::comment, {"comment", "description"}},
 };
 
-std::string lowerCase(std::string_view key)
-{
-    std::string lower(key);
-    std::ranges::transform(lower, lower.begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return lower;
-}
-
 /// Takes all comments of a field out and puts the new one where the first was, under its key, or at the end.
 void change(std::vector<std::string>& comments, const Keys& keys, const std::wstring& value)
 {
     const auto says = [&keys](const std::string& comment) {
-        const std::string key = lowerCase(std::string_view(comment).substr(0, comment.find('=')));
-        return !key.empty() && std::ranges::find(keys.keys, key) != keys.keys.end();
+        const std::wstring key = base::fromHostBytes(std::string_view(comment).substr(0, comment.find('=')));
+        return !key.empty() && std::ranges::any_of(keys.keys, [&key](std::string_view known) {
+            return base::sameText(key, base::fromHostBytes(known));
+        });
     };
     const auto first = std::ranges::find_if(comments, says);
     const auto place = first - comments.begin();

@@ -63,6 +63,14 @@ std::string_view nameOf(TagField field)
     return std::ranges::find(tagFieldNames, field, &TagFieldName::field)->name;
 }
 
+TagChanges fieldsOf(const platform::FileTags& tags)
+{
+    const auto number = [](int value) { return value > 0 ? base::digits(value) : std::wstring(); };
+    return {{TagField::title, tags.title},        {TagField::artist, tags.artist}, {TagField::album, tags.album},
+            {TagField::year, number(tags.year)},  {TagField::genre, tags.genre},   {TagField::comment, tags.comment},
+            {TagField::track, number(tags.track)}};
+}
+
 std::string addTagChange(TagChanges& changes, const std::string& text)
 {
     const std::size_t equals = text.find('=');

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/file_tags.h"
+
 #include <array>
 #include <map>
 #include <string>
@@ -28,6 +30,9 @@ std::string_view nameOf(TagField field);
 /// The new values; a field that is not named stays. An empty text takes the field's value away. A year and a track are
 /// plain numbers (1 to 3000, 1 to 99), a genre is a name of the table, spelled as there.
 using TagChanges = std::map<TagField, std::wstring>;
+
+/// What a file says in each field, in the same form; a field that it does not have is empty.
+TagChanges fieldsOf(const platform::FileTags& tags);
 
 /// Takes "FIELD=VALUE" from the command line; of a field that is named twice the last value counts. Answers what is
 /// wrong with it, or an empty text.

@@ -1,6 +1,5 @@
 #include "console/tags_command.h"
 
-#include "base/numbers.h"
 #include "base/text.h"
 #include "console/file_report.h"
 #include "console/mp3_tag_edit.h"
@@ -11,7 +10,6 @@
 #include "platform/file_system.h"
 #include "tags/file_sight.h"
 
-#include <array>
 #include <string>
 #include <utility>
 
@@ -125,16 +123,8 @@ base::Status TagsRun::change(const std::string& file, const std::wstring& path, 
 /// A tag at the start of the file, which readers prefer to the one that was changed, may say something else.
 void TagsRun::remarkHiddenFields(const std::string& file, const FileTags& after)
 {
-    const auto number = [](int value) { return value > 0 ? base::digits(value) : std::wstring(); };
-    const std::array<std::pair<TagField, std::wstring>, 7> found{{{TagField::title, after.title},
-                                                                  {TagField::artist, after.artist},
-                                                                  {TagField::album, after.album},
-                                                                  {TagField::genre, after.genre},
-                                                                  {TagField::year, number(after.year)},
-                                                                  {TagField::track, number(after.track)},
-                                                                  {TagField::comment, after.comment}}};
     std::string fields;
-    for (const auto& [field, value] : found) {
+    for (const auto& [field, value] : fieldsOf(after)) {
         const auto change = options_.changes.find(field);
         // What was cut, or lost letters, is told elsewhere.
         if (change != options_.changes.end() && !isOf(change->second, value))

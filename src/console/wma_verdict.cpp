@@ -1,6 +1,5 @@
 #include "console/wma_verdict.h"
 
-#include "base/text.h"
 #include "console/judged_file.h"
 
 #include <fmt/format.h>
@@ -44,12 +43,10 @@ std::string soundProblem(const WmaFile& found, double playSeconds)
     return {};
 }
 
-/// What is no character cannot stand in a file, and a text of blanks is not handed over.
+/// What is no character cannot stand in a file.
 std::wstring tagText(const std::wstring& text)
 {
     constexpr wchar_t replacement = 0xFFFD;
-    if (base::isBlank(text))
-        return {};
     std::wstring clean = text;
     std::ranges::replace_if(
         clean, [](wchar_t c) { return c >= 0xD800 && c < 0xE000; }, replacement);

@@ -26,7 +26,7 @@ WmaFile tenSeconds()
             .title = L"Łódź",
             .artist = L"АБВ",
             .album = L"\uFFFD",
-            .genre = {},
+            .genre = L"  ",
             .comment = L"c",
             .year = L"1999"};
 }

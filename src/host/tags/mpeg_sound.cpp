@@ -181,26 +181,6 @@ std::optional<Information> informationAt(Window& file, std::int64_t offset, cons
     return std::nullopt;
 }
 
-/// Where the sound of a file begins, and what it begins with.
-struct Start {
-    std::int64_t offset = 0;   ///< of the first frame that is sound
-    Frame frame{};             ///< of the first frame, be it sound or information
-    Information information{}; ///< nothing is known without such a frame
-};
-
-std::optional<Start> findStart(Window& file)
-{
-    const std::optional<std::int64_t> first = findFrame(file, behindTags(file), std::int64_t{256} << 10);
-    if (!first)
-        return std::nullopt;
-    Start start{.offset = *first, .frame = *frameAt(file, *first)};
-    if (const std::optional<Information> information = informationAt(file, *first, start.frame)) {
-        start.information = *information;
-        start.offset += start.frame.bytes;
-    }
-    return start;
-}
-
 /// The file then ends where the tags at its end begin.
 void leaveOutEndTags(Window& file)
 {
@@ -223,6 +203,28 @@ void leaveOutEndTags(Window& file)
         begin -= apeBytes;
     if (begin > 0 && begin < ape)
         file.endAt(begin);
+}
+
+/// Where the sound of a file begins, and what it begins with.
+struct Start {
+    std::int64_t offset = 0;   ///< of the first frame that is sound
+    Frame frame{};             ///< of the first frame, be it sound or information
+    Information information{}; ///< nothing is known without such a frame
+};
+
+/// Leaves the tags at the file's end out first.
+std::optional<Start> findStart(Window& file)
+{
+    leaveOutEndTags(file);
+    const std::optional<std::int64_t> first = findFrame(file, behindTags(file), std::int64_t{256} << 10);
+    if (!first)
+        return std::nullopt;
+    Start start{.offset = *first, .frame = *frameAt(file, *first)};
+    if (const std::optional<Information> information = informationAt(file, *first, start.frame)) {
+        start.information = *information;
+        start.offset += start.frame.bytes;
+    }
+    return start;
 }
 
 /// Whether what is announced is what is there. A file that was cut or joined with another still announces what it was.
@@ -262,7 +264,6 @@ std::optional<MpegSound> walkMpegSound(int descriptor, std::int64_t length)
 {
     constexpr std::size_t block = 65536;
     Window file(descriptor, length, block);
-    leaveOutEndTags(file);
     const std::optional<Start> start = findStart(file);
     if (!start)
         return std::nullopt;
@@ -297,7 +298,6 @@ std::optional<MpegSound> estimateMpegSound(int descriptor, std::int64_t length)
 {
     constexpr std::size_t block = 4096;
     Window file(descriptor, length, block);
-    leaveOutEndTags(file);
     const std::optional<Start> start = findStart(file);
     if (!start)
         return std::nullopt;

@@ -7,7 +7,7 @@
 #include <vector>
 
 /// What the library leaves out of an ASF header, or cannot know: fields of its File Properties Object and of its
-/// Content Description Object (ASF specification, sections 3.2 and 3.10).
+/// Content Description Object (ASF 01.20.03, 3.2 and 3.10).
 namespace tonquay::host::asf {
 
 /// Says that the lengths in the header do not hold, or that they do. False when the header has no such object.

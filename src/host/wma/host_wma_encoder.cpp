@@ -157,12 +157,12 @@ HostWmaEncoder::Handle HostWmaEncoder::BASS_WMA_EncodeOpenFile(std::uint32_t fre
     auto encoder = openEncoder(bitrate);
     if (!encoder)
         return refuse(encoder.failure());
-    // Empty first: the end of an older, longer file would stay behind the new one.
-    if (const Status emptied = files_.writeWhole(file, {}); !emptied)
-        return refuse(emptied.failure());
     auto opened = files_.openBinary(file);
     if (!opened)
         return refuse(opened.failure());
+    // The end of an older, longer file would stay behind the new one.
+    if (const Status emptied = (*opened)->endHere(); !emptied)
+        return refuse(emptied.failure());
     tell({});
     recordings_[++lastHandle_] =
         std::make_unique<Recording>(std::move(*encoder), layoutOf(bitrate), std::move(*opened), where);
