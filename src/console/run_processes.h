@@ -18,6 +18,7 @@ public:
     RunProcesses(platform::Processes& real, std::function<void()> beforeEnd);
 
     base::Result<Child> start(std::wstring_view command, WindowStyle style) override;
+    void expectLongWork(Child child) override { real_.expectLongWork(child); }
     std::optional<int> exitCode(Child child) override;
     [[noreturn]] void endProgram(int status) override;
 

@@ -13,7 +13,10 @@ Processes::Child startInBackground(platform::Platform& platform, std::wstring_vi
 {
     platform.log.line("encoder", base::utf8(command));
     const auto child = platform.processes.start(command, Processes::WindowStyle::normal);
-    return passOver(platform.log, child, "Start an encoder") ? *child : 0;
+    if (!passOver(platform.log, child, "Start an encoder"))
+        return 0;
+    platform.processes.expectLongWork(*child);
+    return *child;
 }
 
 void runAndWait(platform::Platform& platform, state::RunFlags& flags, std::wstring_view command,

@@ -23,6 +23,10 @@ public:
     /// The child runs in the current folder, without our terminal.
     virtual base::Result<Child> start(std::wstring_view command, WindowStyle style) = 0;
 
+    /// Says that a child computes for long and shows nothing, as encoders do. The host may give it longer turns at a
+    /// processor, so that many side by side cost no more than a few; nothing else changes.
+    virtual void expectLongWork(Child child) = 0;
+
     /// The exit code once the child has ended, nothing while it lives. A child that was never started, or whose code
     /// was taken already, answers 0. A signal counts as 128 plus its number.
     virtual std::optional<int> exitCode(Child child) = 0;

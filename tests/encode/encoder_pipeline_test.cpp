@@ -86,6 +86,7 @@ TEST_F(Encoders, onlyAnEncoderThatIsWaitedForIsStartedOnItsOwnDrive)
         else
             startInBackground(platform, c.command);
         EXPECT_EQ(host.processes.started.back().folder, c.folder) << c.what;
+        EXPECT_EQ(host.processes.longWork.size(), host.processes.started.size()) << c.what;
     }
 }
 

@@ -38,7 +38,7 @@ LIBRARIES = [
 STANDARD = re.compile(
     r"[a-z_0-9]+"                                       # the C++ library
     r"|(stdlib|stdio|string|errno|signal|time|math|stdint)\.h"
-    r"|(unistd|fcntl|dirent|spawn|poll|pwd|grp|dlfcn|semaphore|pthread|termios|mntent|libgen|utime|fnmatch)\.h"
+    r"|(unistd|fcntl|dirent|sched|spawn|poll|pwd|grp|dlfcn|semaphore|pthread|termios|mntent|libgen|utime|fnmatch)\.h"
     r"|(sys|linux|scsi|arpa|netinet)/[\w/]+\.h")
 
 # In logic and host alike: what needs a locale, throws, or hides what it does.

@@ -45,6 +45,7 @@ public:
     FakeProcesses(FakeEventLoop& loop, FakeFileSystem& files) : loop_(loop), files_(files) {}
 
     base::Result<Child> start(std::wstring_view command, WindowStyle style) override;
+    void expectLongWork(Child child) override { longWork.push_back(child); }
     std::optional<int> exitCode(Child child) override;
     [[noreturn]] void endProgram(int status) override { throw ProgramEnded{status}; }
 
@@ -54,6 +55,7 @@ public:
 
     std::vector<Script> scripts;
     std::vector<Started> started; ///< every command, also those that could not be started
+    std::vector<Child> longWork;  ///< those that expectLongWork() was told of
 
 private:
     struct Running {

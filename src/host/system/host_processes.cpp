@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "host/posix/descriptor.h"
+#include "host/posix/processor_turns.h"
 #include "host/posix/program_search.h"
 #include "host/system/spawn.h"
 
@@ -191,6 +192,12 @@ std::vector<std::string> HostProcesses::hostArguments(const CommandText& command
                 add(std::wstring(folder) + name, true);
     }
     return arguments;
+}
+
+void HostProcesses::expectLongWork(Child child)
+{
+    if (const auto found = children_.find(child); found != children_.end() && !found->second->code)
+        giveLongTurns(found->second->process);
 }
 
 std::optional<int> HostProcesses::exitCode(Child child)

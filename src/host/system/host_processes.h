@@ -44,6 +44,7 @@ public:
     ~HostProcesses() override;
 
     base::Result<Child> start(std::wstring_view command, WindowStyle style) override;
+    void expectLongWork(Child child) override;
     std::optional<int> exitCode(Child child) override;
     [[noreturn]] void endProgram(int status) override;
 

@@ -5,10 +5,13 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -164,6 +167,34 @@ TEST_F(HostProcesses, theEndOfAChildWakesAWaitAndLeavesNoZombie)
     EXPECT_EQ(processes.exitCode(*child), 7);
     EXPECT_EQ(processes.exitCode(*child), 0) << "taken already";
     EXPECT_EQ(processes.exitCode(12345), 0) << "never started";
+}
+
+TEST_F(HostProcesses, longWorkHasLongTurnsAndKeepsItsNiceValue)
+{
+    const auto turnOf = [](pid_t process) {
+        std::array<std::uint64_t, 6> scheduling{};
+        syscall(SYS_sched_getattr, process, scheduling.data(), sizeof scheduling, 0);
+        return scheduling[3]; // nanoseconds
+    };
+    const auto usual = turnOf(0);
+    if (usual == 0)
+        GTEST_SKIP() << "this kernel has no turns of one's own";
+    script("bin/low", "echo $$ > pid; exec nice -n 7 sleep 30");
+    const auto child = processes.start(L"low", Style::normal);
+    ASSERT_TRUE(child);
+    pid_t process = 0;
+    for (int i = 0; i < 500 && (process == 0 || getpriority(PRIO_PROCESS, static_cast<id_t>(process)) != 7); ++i) {
+        loop.wait(10ms);
+        std::istringstream(test::readHostFile(real.root / "Out/pid")) >> process;
+    }
+    ASSERT_NE(process, 0);
+    EXPECT_EQ(turnOf(process), usual);
+    processes.expectLongWork(*child);
+    EXPECT_EQ(turnOf(process), 20'000'000u);
+    EXPECT_EQ(getpriority(PRIO_PROCESS, static_cast<id_t>(process)), 7);
+    EXPECT_EQ(turnOf(0), usual) << "ours stay short";
+    processes.endChildren();
+    processes.expectLongWork(*child);
 }
 
 TEST_F(HostProcesses, aSignalCountsAs128PlusItsNumber)
