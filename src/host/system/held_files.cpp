@@ -104,7 +104,7 @@ void HeldFiles::forgetEnded()
 void HeldFiles::removeWhatIsLeft(const Child& child)
 {
     for (const Named& named : child.files)
-        if (named.goesAtEnd == identify(named.path))
+        if (named.goesAtEnd.known && named.goesAtEnd == identify(named.path))
             unlink(named.path.c_str());
 }
 
@@ -129,8 +129,10 @@ bool HeldFiles::removeAtEnd(const std::string& path)
 {
     const FileIdentity file = identify(path);
     Named* const named = find(path, file);
-    if (named != nullptr)
+    if (named != nullptr) {
+        named->path = path;
         named->goesAtEnd = file;
+    }
     return named != nullptr;
 }
 

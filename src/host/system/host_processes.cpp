@@ -4,6 +4,7 @@
 #include "host/posix/descriptor.h"
 #include "host/posix/processor_turns.h"
 #include "host/posix/program_search.h"
+#include "host/system/path_map.h"
 #include "host/system/spawn.h"
 
 #include <algorithm>
@@ -97,9 +98,9 @@ base::Result<platform::Processes::Child> HostProcesses::startSplit(std::string p
     request.folder = files_.hostPath(folder);
     request.outputFile = settings_.outputFile;
     std::vector<std::string> named;
-    request.arguments = hostArguments(command, named);
+    request.arguments = hostArguments(command, request.folder, named);
 
-    const auto process = spawn(request);
+    const auto process = spawn(std::move(request));
     if (!process)
         return failed({process.failure().kind, commandText, process.failure().text});
     held_.childStarted(*process, std::move(named));
@@ -162,8 +163,10 @@ std::string HostProcesses::plainArgument(const std::wstring& text, bool meantAsN
     return base::utf8(text);
 }
 
-/// The arguments as the program gets them. `named` takes the host paths of all files that they may mean.
-std::vector<std::string> HostProcesses::hostArguments(const CommandText& command, std::vector<std::string>& named)
+/// The arguments as the program gets them, with the host path of the current folder. `named` takes the host paths of
+/// all files that they may mean, some without the case that a file has.
+std::vector<std::string> HostProcesses::hostArguments(const CommandText& command, const std::string& current,
+                                                      std::vector<std::string>& named)
 {
     std::vector<std::string> arguments;
     const auto add = [&](const std::wstring& text, bool meantAsName) {
@@ -173,8 +176,12 @@ std::vector<std::string> HostProcesses::hostArguments(const CommandText& command
             return;
         }
         arguments.push_back(plainArgument(text, meantAsName));
-        if (!text.empty() && !arguments.back().starts_with('-'))
-            named.push_back(files_.hostPath(text));
+        if (text.empty() || arguments.back().starts_with('-'))
+            return;
+        // Most of these are numbers and words. What one is called on disk, with which case, is not worth a reading of
+        // the folder.
+        const bool bare = folderPart(text).empty();
+        named.push_back(bare ? joined(current, hostName(text)) : files_.hostPath(text));
     };
     bool hasInput = false;
     for (const CommandWord& word : command.arguments) {

@@ -61,7 +61,8 @@ private:
     std::string findProgram(std::wstring_view program);
     std::string findBare(std::wstring_view name);
     std::string plainArgument(const std::wstring& text, bool meantAsName);
-    std::vector<std::string> hostArguments(const CommandText& command, std::vector<std::string>& named);
+    std::vector<std::string> hostArguments(const CommandText& command, const std::string& current,
+                                           std::vector<std::string>& named);
     void collect(Running& child);
 
     platform::FileSystem& files_;

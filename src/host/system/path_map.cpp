@@ -23,14 +23,6 @@ bool isThere(const std::string& path)
     return lstat(path.c_str(), &status) == 0;
 }
 
-std::string joined(const std::string& folder, std::string_view name)
-{
-    std::string path = folder;
-    if (!path.ends_with('/'))
-        path += '/';
-    return path.append(name);
-}
-
 /// The name in `folder` that matches but for its case, the first in byte order; nothing when there is none.
 std::optional<std::string> findName(const std::string& folder, std::wstring_view name)
 {
@@ -96,6 +88,13 @@ std::string hostName(std::wstring_view programName)
     if (programName.find_first_of(standIns) == std::wstring_view::npos)
         return base::utf8(programName);
     return base::utf8(base::replaced(base::replaced(programName, backslashStandIn, L'\\'), colonStandIn, L':'));
+}
+
+std::string joined(std::string folder, std::string_view hostName)
+{
+    if (!folder.ends_with('/'))
+        folder += '/';
+    return folder.append(hostName);
 }
 
 std::wstring Place::text() const

@@ -14,6 +14,9 @@ namespace tonquay::host {
 std::wstring programName(std::string_view hostName);
 std::string hostName(std::wstring_view programName);
 
+/// The host path of what lies in a host folder.
+std::string joined(std::string folder, std::string_view hostName);
+
 /// A path of the program, taken apart: the drive and the names from its root on, without "." and "..".
 struct Place {
     wchar_t drive = L'C';

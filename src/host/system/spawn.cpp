@@ -40,10 +40,10 @@ public:
 };
 
 /// Our environment with the texts of encoders in UTF-8, without which they turn umlauts into "#", and with plain
-/// numbers. Programs with windows keep the user's language.
-std::vector<std::string> childEnvironment()
+/// numbers. Programs with windows keep the user's language. What it lists is ours or lies in `own`.
+std::vector<char*> childEnvironment(std::vector<std::string>& own)
 {
-    std::vector<std::string> variables;
+    std::vector<char*> variables;
     std::string whole;
     for (char* const* entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
         const std::string_view variable(*entry);
@@ -51,27 +51,29 @@ std::vector<std::string> childEnvironment()
         if (variable.starts_with(overAll))
             whole = variable.substr(overAll.size());
         else if (!variable.starts_with("LC_CTYPE=") && !variable.starts_with("LC_NUMERIC="))
-            variables.emplace_back(variable);
+            variables.push_back(*entry);
     }
+    own = {"LC_CTYPE=C.UTF-8", "LC_NUMERIC=C"};
     if (!whole.empty()) {
-        std::erase_if(variables, [](const std::string& variable) {
+        std::erase_if(variables, [](std::string_view variable) {
             return variable.starts_with("LANG=") || variable.starts_with("LC_");
         });
-        variables.push_back("LANG=" + whole);
+        own.push_back("LANG=" + whole);
     }
-    variables.emplace_back("LC_CTYPE=C.UTF-8");
-    variables.emplace_back("LC_NUMERIC=C");
+    for (std::string& variable : own)
+        variables.push_back(variable.data());
+    variables.push_back(nullptr);
     return variables;
 }
 
-std::vector<char*> pointers(std::vector<std::string>& texts)
+/// The words of a command as a program gets them: its own name, then the arguments, which stay the request's.
+std::vector<char*> childArguments(SpawnRequest& request)
 {
-    std::vector<char*> list;
-    list.reserve(texts.size() + 1);
-    for (std::string& text : texts)
-        list.push_back(text.data());
-    list.push_back(nullptr);
-    return list;
+    std::vector<char*> words{request.program.data()};
+    for (std::string& argument : request.arguments)
+        words.push_back(argument.data());
+    words.push_back(nullptr);
+    return words;
 }
 
 /// What the first line of a script asks for; empty for a file that is none.
@@ -128,7 +130,7 @@ bool isLiving(pid_t child)
     return answer == 0 && info.si_pid == 0;
 }
 
-base::Result<pid_t> spawn(const SpawnRequest& request)
+base::Result<pid_t> spawn(SpawnRequest request)
 {
     // Opened here and not by the child, so that a log that cannot be written does not keep an encoder from its work.
     Descriptor output = openOutput(request.outputFile);
@@ -151,12 +153,10 @@ base::Result<pid_t> spawn(const SpawnRequest& request)
     posix_spawnattr_setpgroup(&start.attributes, 0);
     posix_spawnattr_setflags(&start.attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
 
-    std::vector<std::string> words{request.program};
-    words.insert(words.end(), request.arguments.begin(), request.arguments.end());
-    std::vector<std::string> variables = childEnvironment();
+    std::vector<std::string> ownVariables;
     pid_t child = 0;
     const int error = posix_spawn(&child, request.program.c_str(), &start.actions, &start.attributes,
-                                  pointers(words).data(), pointers(variables).data());
+                                  childArguments(request).data(), childEnvironment(ownVariables).data());
     if (error != 0)
         return startFailure(request, error);
     return child;

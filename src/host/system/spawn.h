@@ -17,7 +17,7 @@ struct SpawnRequest {
 };
 
 /// Starts a program without a shell in between, in a process group of its own. Fails when the system cannot run it.
-base::Result<pid_t> spawn(const SpawnRequest& request);
+base::Result<pid_t> spawn(SpawnRequest request);
 
 /// True until a child of ours has ended. It is not reaped by this.
 bool isLiving(pid_t child);

@@ -227,11 +227,11 @@ TEST_F(HostProcesses, filesOfALivingChildAreHeld)
 
 TEST_F(HostProcesses, aFileThatAChildHasNotOpenedYetGoesAtItsEnd)
 {
-    script("bin/enc", "while [ ! -e go ]; do sleep 0.01; done; cp \"$1\" copy.wav");
+    script("bin/enc", "while [ ! -e go ]; do sleep 0.01; done; cp in.wav copy.wav");
     auto& files = real.files();
     for (const bool replaced : {false, true}) {
         test::writeHostFile(real.root / "Out/in.wav", "sound");
-        const auto child = processes.start(L"enc in.wav", Style::normal);
+        const auto child = processes.start(L"enc In.WAV", Style::normal);
         ASSERT_TRUE(child);
         EXPECT_TRUE(files.remove(L"IN.wav"));
         EXPECT_TRUE(files.fileExists(L"in.wav")) << "it would be lost to the child";
