@@ -24,7 +24,8 @@ public:
     virtual base::Result<Child> start(std::wstring_view command, WindowStyle style) = 0;
 
     /// Says that a child computes for long and shows nothing, as encoders do. The host may give it longer turns at a
-    /// processor, so that many side by side cost no more than a few; nothing else changes.
+    /// processor, so that many side by side cost no more than a few; nothing else changes, and nothing at all where it
+    /// cannot. A child that has ended or was never started is passed over.
     virtual void expectLongWork(Child child) = 0;
 
     /// The exit code once the child has ended, nothing while it lives. A child that was never started, or whose code

@@ -37,7 +37,6 @@ void giveLongTurns(pid_t process)
         return;
     if (scheduling.policy != SCHED_OTHER && scheduling.policy != SCHED_BATCH)
         return;
-    scheduling.size = sizeof scheduling;
     scheduling.turn = static_cast<std::uint64_t>(longTurn.count());
     syscall(SYS_sched_setattr, process, &scheduling, 0);
 }

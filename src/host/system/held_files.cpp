@@ -103,6 +103,7 @@ void HeldFiles::forgetEnded()
 
 void HeldFiles::removeWhatIsLeft(const Child& child)
 {
+    // Most are to stay, and not worth a look.
     for (const Named& named : child.files)
         if (named.goesAtEnd.known && named.goesAtEnd == identify(named.path))
             unlink(named.path.c_str());
@@ -130,6 +131,7 @@ bool HeldFiles::removeAtEnd(const std::string& path)
     const FileIdentity file = identify(path);
     Named* const named = find(path, file);
     if (named != nullptr) {
+        // The command may have it in another case.
         named->path = path;
         named->goesAtEnd = file;
     }

@@ -22,8 +22,7 @@ struct FileIdentity {
 /// as the child.
 class HeldFiles {
 public:
-    /// `paths` are the host paths that a child's command names, whether or not they are there. A name's case may be
-    /// another than that of the file.
+    /// `paths` are the host paths that a child's command names, whether or not they are there and in whatever case.
     void childStarted(pid_t child, std::vector<std::string> paths);
     void childEnded(pid_t child);
 

@@ -163,8 +163,8 @@ std::string HostProcesses::plainArgument(const std::wstring& text, bool meantAsN
     return base::utf8(text);
 }
 
-/// The arguments as the program gets them, with the host path of the current folder. `named` takes the host paths of
-/// all files that they may mean, some without the case that a file has.
+/// The arguments as the program gets them. `current` is the host path of the current folder; `named` takes the host
+/// paths of all files that the arguments may mean, those of the current folder in the case that the command has.
 std::vector<std::string> HostProcesses::hostArguments(const CommandText& command, const std::string& current,
                                                       std::vector<std::string>& named)
 {
@@ -178,8 +178,8 @@ std::vector<std::string> HostProcesses::hostArguments(const CommandText& command
         arguments.push_back(plainArgument(text, meantAsName));
         if (text.empty() || arguments.back().starts_with('-'))
             return;
-        // Most of these are numbers and words. What one is called on disk, with which case, is not worth a reading of
-        // the folder.
+        // Most of these are numbers and words, and in which case a file is on disk is not worth a reading of the
+        // folder.
         const bool bare = folderPart(text).empty();
         named.push_back(bare ? joined(current, hostName(text)) : files_.hostPath(text));
     };
